@@ -1,0 +1,52 @@
+#include "main/dispatch.h"
+
+#include <functional>
+#include <utility>
+
+#include "link/probes.h"
+#include "main/front_end.h"
+#include "main/usage.h"
+
+namespace {
+
+using Operation = std::function<void(const std::vector<std::string>& args)>;
+
+constexpr std::size_t kPathPosition = 3;
+
+// Commands that work on config.json end the run when its path is missing.
+Operation withConfigPath(const Operation& operation) {
+  return [operation](const std::vector<std::string>& args) {
+    if (args.size() <= kPathPosition) Usage("error config.json", outputMode);
+    operation(args);
+  };
+}
+
+// One row per command, in the order the commands are tested.
+const std::vector<std::pair<std::string, Operation>>& commandTable() {
+  static const std::vector<std::pair<std::string, Operation>> table = {
+      {"set-config", withConfigPath([](const auto&) {})},
+      {"set-open-wired-config", withConfigPath([](const auto&) {})},
+      {"set-wpa-config", withConfigPath([](const auto&) {})},
+      {"autoconnect", withConfigPath([](const auto&) {})},
+      {"is-wired-on", [](const auto&) { isEnabledWired(outputMode); }},
+      {"is-wireless-on", [](const auto&) { isEnabledWireless(outputMode); }},
+      {"is-wlan0-connected", [](const auto&) { isConnectedWireless(outputMode); }},
+      {"is-wired-linked", [](const auto&) { isLinkedWired(outputMode); }},
+      {"is-eth0-connected", [](const auto&) { isConnectedWired(outputMode); }},
+      {"is-tun0-connected", [](const auto&) { isConnectedTun0(outputMode); }},
+      {"is-ppp0-connected", [](const auto&) { isConnectedPpp0(outputMode); }},
+      {"is-ipsec-connected", [](const auto&) { isConnectedIpsec(outputMode); }},
+  };
+  return table;
+}
+
+}  // namespace
+
+void dispatch(const std::vector<std::string>& args) {
+  for (const auto& [name, operation] : commandTable()) {
+    if (name == args[1]) {
+      operation(args);
+      return;
+    }
+  }
+}

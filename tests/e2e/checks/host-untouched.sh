@@ -1,0 +1,43 @@
+#!/bin/bash
+# Proves the sandbox keeps writes away from this machine: a stand-in tool writes every file the
+# real tool may write (and more) inside the sandbox, sees its writes there, and afterwards the
+# host's /etc, /usr/bin and network links are exactly as before.
+set -euo pipefail
+HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+WORK=$(mktemp -d /tmp/qv-host-check.XXXXXX)
+trap 'rm -rf "$WORK"' EXIT
+
+FILES=(/etc/network/interfaces /etc/wpa_supplicant/wpa_supplicant.conf
+       /etc/wpa_supplicant/wpa_supplicant_wired.conf /etc/dhcpcd.conf /etc/resolv.conf)
+snapshot() {
+  for f in "${FILES[@]}"; do
+    if [ -e "$f" ]; then echo "$f $(stat -c '%a %s %Y' "$f") $(sha256sum <"$f")"; else echo "$f absent"; fi
+  done
+  ls -la --time-style=full-iso /etc /usr/bin | sha256sum
+  ip -o link show | sed 's/ link\/.*//' | sha256sum
+}
+snapshot >"$WORK/before"
+
+cat >"$WORK/writer" <<'WRITER'
+#!/bin/bash
+mkdir -p /etc/network /etc/wpa_supplicant
+for f in /etc/network/interfaces /etc/wpa_supplicant/wpa_supplicant.conf \
+         /etc/wpa_supplicant/wpa_supplicant_wired.conf /etc/dhcpcd.conf /etc/resolv.conf; do
+  echo "written in the sandbox" >"$f"
+done
+echo probe >/usr/bin/qv-sandbox-probe
+ip link add qvcheck0 type dummy 2>/dev/null || ip link set lo down
+cat /etc/resolv.conf
+WRITER
+chmod +x "$WORK/writer"
+
+"$HERE/sandbox.sh" --tool "$WORK/writer" --out "$WORK/out"
+grep -qx "written in the sandbox" "$WORK/out/stdout" || { echo "the writer did not run"; exit 1; }
+
+snapshot >"$WORK/after"
+if ! diff -u "$WORK/before" "$WORK/after"; then
+  echo "the host changed"
+  exit 1
+fi
+[ ! -e /usr/bin/qv-sandbox-probe ] || { echo "/usr/bin was written"; exit 1; }
+echo "host untouched"

@@ -1,0 +1,63 @@
+#!/bin/bash
+# Runs one end-to-end case directory in the sandbox and compares what happened with its expect/:
+#   stdout, stderr (absent: must be empty), status (absent: 0), commands (the fakes' log, checked
+#   only when present), files/<PATH> (the sandbox's PATH after the run), modes ("MODE PATH" lines),
+#   absent (paths that must not exist afterwards).
+#   run-case.sh TOOL CASE_DIR
+set -uo pipefail
+
+HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+TOOL=$1
+CASE=$(realpath "$2")
+EXPECT=$CASE/expect
+OUT=$(mktemp -d /tmp/qv-case.XXXXXX)
+trap 'rm -rf "$OUT"' EXIT
+
+exports=()
+if [ -d "$EXPECT/files" ]; then
+  while IFS= read -r file; do exports+=(--export "/${file#"$EXPECT/files/"}"); done \
+    < <(find "$EXPECT/files" -type f)
+fi
+for list in modes absent; do
+  if [ -f "$EXPECT/$list" ]; then
+    while read -r first second; do exports+=(--export "${second:-$first}"); done <"$EXPECT/$list"
+  fi
+done
+
+"$HERE/sandbox.sh" --tool "$TOOL" --case "$CASE" --out "$OUT" "${exports[@]}" || exit 1
+
+failed=0
+same() { # expected actual label
+  if ! cmp -s "$1" "$2"; then
+    echo "--- $3 differs (expected, then actual):"
+    diff <(cat -A "$1") <(cat -A "$2") | head -n 60
+    failed=1
+  fi
+}
+
+same "$EXPECT/stdout" "$OUT/stdout" stdout
+if [ -f "$EXPECT/stderr" ]; then same "$EXPECT/stderr" "$OUT/stderr" stderr; else same /dev/null "$OUT/stderr" stderr; fi
+if [ -f "$EXPECT/status" ]; then same "$EXPECT/status" "$OUT/status" status; else same <(echo 0) "$OUT/status" status; fi
+[ -f "$EXPECT/commands" ] && same "$EXPECT/commands" "$OUT/commands" commands
+if [ -d "$EXPECT/files" ]; then
+  while IFS= read -r file; do
+    path=${file#"$EXPECT/files/"}
+    if [ -f "$OUT/files/$path" ]; then
+      same "$file" "$OUT/files/$path" "/$path"
+    else
+      echo "--- /$path was not written"
+      failed=1
+    fi
+  done < <(find "$EXPECT/files" -type f)
+fi
+if [ -f "$EXPECT/modes" ]; then
+  while read -r mode path; do
+    grep -qxF "$mode $path" "$OUT/modes" || { echo "--- mode of $path: expected $mode, got: $(grep " $path\$" "$OUT/modes")"; failed=1; }
+  done <"$EXPECT/modes"
+fi
+if [ -f "$EXPECT/absent" ]; then
+  while read -r path; do
+    [ ! -e "$OUT/files/$path" ] || { echo "--- $path exists"; failed=1; }
+  done <"$EXPECT/absent"
+fi
+exit $failed
