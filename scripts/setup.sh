@@ -8,6 +8,8 @@ PACKAGES=(
   libjsoncpp-dev libcrypto++-dev libgtest-dev
   # what the sandboxed tests run for real: the key derivation utilities, overlays and namespaces
   wpasupplicant openssl util-linux iproute2 net-tools ethtool
+  # the manual page is checked for groff warnings
+  groff-base
 )
 
 missing=()
