@@ -1,7 +1,12 @@
 #!/bin/bash
 # Installs everything the build and the tests need on Debian 12 (run as root). Safe to repeat:
 # packages already present are not fetched again.
+#   scripts/setup.sh [--packaging ARCH]
+# With --packaging, also what building the Debian package for ARCH needs: the packaging tools and
+# the build dependencies of debian/control for ARCH (for another architecture: that architecture
+# added to dpkg, its cross toolchain, its libraries and qemu-user to run its tests).
 set -euo pipefail
+cd "$(dirname "$0")/.."
 
 PACKAGES=(
   build-essential cmake pkgconf clang-format
@@ -11,15 +16,46 @@ PACKAGES=(
   # the manual page is checked for groff warnings
   groff-base
 )
-
-missing=()
-for package in "${PACKAGES[@]}"; do
-  dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" ||
-    missing+=("$package")
-done
-[ ${#missing[@]} -eq 0 ] && exit 0
+PACKAGING_ARCH=
+if [ "${1:-}" = --packaging ]; then
+  PACKAGING_ARCH=${2:?usage: scripts/setup.sh [--packaging ARCH]}
+fi
 
 export DEBIAN_FRONTEND=noninteractive
-# A broken index of some other architecture must not stop the install.
-apt-get update || echo "setup: apt-get update reported errors; trying the install anyway" >&2
-apt-get install -y --no-install-recommends "${missing[@]}"
+updated=
+update_index() {
+  [ -n "$updated" ] && return
+  updated=1
+  # A broken index of some other architecture must not stop the install.
+  apt-get update || echo "setup: apt-get update reported errors; trying the install anyway" >&2
+}
+not_installed() {
+  for package in "$@"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" ||
+      echo "$package"
+  done
+}
+
+mapfile -t missing < <(not_installed "${PACKAGES[@]}")
+if [ ${#missing[@]} -gt 0 ]; then
+  update_index
+  apt-get install -y --no-install-recommends "${missing[@]}"
+fi
+[ -n "$PACKAGING_ARCH" ] || exit 0
+
+tools=(debhelper lintian)
+target=()
+if [ "$PACKAGING_ARCH" != "$(dpkg --print-architecture)" ]; then
+  if ! dpkg --print-foreign-architectures | grep -qx "$PACKAGING_ARCH"; then
+    dpkg --add-architecture "$PACKAGING_ARCH"
+    updated=
+  fi
+  tools+=("crossbuild-essential-$PACKAGING_ARCH")
+  target=(-a "$PACKAGING_ARCH" -P cross)
+fi
+mapfile -t missing < <(not_installed "${tools[@]}")
+if [ ${#missing[@]} -gt 0 ] || ! dpkg-checkbuilddeps "${target[@]}" >/dev/null 2>&1; then
+  update_index
+  apt-get install -y --no-install-recommends "${tools[@]}"
+  apt-get build-dep -y --no-install-recommends "${target[@]}" ./
+fi

@@ -1,0 +1,103 @@
+#!/bin/bash
+# Builds and checks the Debian package for one architecture:
+#   scripts/cross-build.sh ARCH        (arm64, armhf, or this machine's, amd64)
+# 1. installs what the build needs (scripts/setup.sh --packaging ARCH);
+# 2. builds with dpkg-buildpackage in a copy of the tree under out/ARCH/ (the packages land in
+#    out/ARCH/); the build runs the unit tests and the manual page check, under qemu-user when
+#    ARCH is not this machine's;
+# 3. runs lintian, which must report no errors;
+# 4. checks the package: its architecture, the files `cmake --install` installs (the package may
+#    only add its copyright and changelog, and compress), and that its tool runs and prints the
+#    usage text.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+ARCH=${1:?usage: scripts/cross-build.sh ARCH}
+OUT=$PWD/out/$ARCH
+SRC=$OUT/src
+
+step() { printf '== [%4ds] %s\n' "$SECONDS" "$*"; }
+fail() {
+  echo "cross-build: $*" >&2
+  exit 1
+}
+
+rm -rf "$OUT"
+mkdir -p "$SRC"
+step "installing the packaging tools and the build dependencies for $ARCH"
+scripts/setup.sh --packaging "$ARCH" >"$OUT/setup.log" 2>&1 ||
+  { tail -n 40 "$OUT/setup.log"; fail "setup failed (log: $OUT/setup.log)"; }
+
+step "copying the tree to $SRC"
+if git rev-parse --is-inside-work-tree >/dev/null 2>&1; then
+  # Tracked and new files, as the next commit would hold them; build outputs are ignored.
+  git ls-files -z --cached --others --exclude-standard |
+    tar --null --ignore-failed-read -T - -cf - | tar -xf - -C "$SRC"
+else
+  tar --exclude=./out --exclude='./build*' -cf - . | tar -xf - -C "$SRC"
+fi
+
+version=$(dpkg-parsechangelog -l "$SRC/debian/changelog" -S Version)
+project_version=$(sed -n 's/^project(qv-netconf VERSION \([^ ]*\) .*/\1/p' "$SRC/CMakeLists.txt")
+[ "$version" = "$project_version" ] ||
+  fail "debian/changelog says $version but CMakeLists.txt says $project_version"
+
+step "dpkg-buildpackage for $ARCH (log: $OUT/build.log)"
+target=()
+[ "$ARCH" = "$(dpkg --print-architecture)" ] || target=(--host-arch="$ARCH" --build-profiles=cross)
+(cd "$SRC" && DEB_BUILD_OPTIONS="parallel=$(nproc) ${DEB_BUILD_OPTIONS:-}" \
+  dpkg-buildpackage -b -us -uc "${target[@]}") >"$OUT/build.log" 2>&1 ||
+  { tail -n 60 "$OUT/build.log"; fail "the package build failed"; }
+grep -E '^[0-9]+% tests passed' "$OUT/build.log" || echo "(tests not run: nocheck)"
+
+deb=$OUT/qv-netconf_${version}_$ARCH.deb
+[ -f "$deb" ] || fail "no $deb"
+
+step "lintian"
+set +e
+lintian --fail-on error --display-info "$OUT/qv-netconf_${version}_$ARCH.changes" \
+  >"$OUT/lintian.log" 2>&1
+status=$?
+set -e
+grep -v 'running with root privileges' "$OUT/lintian.log" || true
+[ "$status" -eq 0 ] || fail "lintian reports errors"
+
+step "checking the package contents"
+[ "$(dpkg-deb -f "$deb" Architecture)" = "$ARCH" ] || fail "$deb is not built for $ARCH"
+unpacked=$OUT/unpacked
+installed=$OUT/cmake-install
+dpkg-deb -x "$deb" "$unpacked"
+DESTDIR=$installed cmake --install "$SRC"/obj-* >/dev/null
+packaged=$(cd "$unpacked" && find . -type f | sort)
+expected=$( (
+  cd "$installed" && find . -type f |
+    while read -r file; do [ -f "$unpacked/$file" ] && echo "$file" || echo "$file.gz"; done
+  echo ./usr/share/doc/qv-netconf/copyright
+  echo ./usr/share/doc/qv-netconf/changelog.gz
+) | sort)
+[ "$packaged" = "$expected" ] ||
+  fail "the package and cmake --install differ:
+$(diff <(echo "$expected") <(echo "$packaged"))"
+echo "$packaged"
+required=(./usr/sbin/qv-netconf ./usr/share/man/man8/qv-netconf.8.gz
+  ./usr/share/bash-completion/completions/qv-netconf ./usr/share/doc/qv-netconf/README.md)
+[ -f "$SRC/examples/config.json" ] && required+=(./usr/share/doc/qv-netconf/examples/config.json)
+for file in "${required[@]}"; do
+  grep -qxE "$file(\.gz)?" <<<"$packaged" || fail "the package lacks $file"
+done
+
+step "running the packaged tool"
+# The emulator the build ran the tests with (none for this machine's architecture).
+emulator=$(sed -n 's/^CMAKE_CROSSCOMPILING_EMULATOR:[A-Z]*=//p' "$SRC"/obj-*/CMakeCache.txt | tr ';' ' ')
+if [ ${#target[@]} -gt 0 ] && [ -z "$emulator" ]; then
+  step "done without running the tool (no emulator: nocheck)"
+  exit 0
+fi
+set +e
+# shellcheck disable=SC2086
+usage=$($emulator "$unpacked/usr/sbin/qv-netconf" 2>/dev/null)
+status=$?
+set -e
+[ "$status" -eq 1 ] && [[ $usage == "This tool provide to regenerate network files"* ]] ||
+  fail "the packaged tool without arguments gave status $status and: $usage"
+
+step "done: $(du -b "$deb" | cut -f1) bytes in $deb"
