@@ -110,7 +110,7 @@ void getDefaultGateway(UserMode mode, std::ostream& out) {
   });
   const std::string gateway = gatewayColumn(defaultRoute);
   if (mode == consoleMode) {
-    // "Uknown" is what consoles have always shown.
+    // Spelt "Uknown" on purpose: consoles have always shown it so.
     if (gateway.empty()) {
       out << "Uknown default gateway" << std::endl;
     } else {
