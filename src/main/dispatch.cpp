@@ -9,6 +9,8 @@
 #include "link/switching.h"
 #include "main/front_end.h"
 #include "main/usage.h"
+#include "wireless/access_point.h"
+#include "wireless/wifi_list.h"
 
 namespace {
 
@@ -57,6 +59,8 @@ const std::vector<std::pair<std::string, Operation>>& commandTable() {
       {"turn-on-wired", [](const auto&) { turnOnWired(outputMode); }},
       {"turn-off-wireless", [](const auto&) { turnOffWireless(outputMode); }},
       {"turn-off-wired", [](const auto&) { turnOffWired(outputMode); }},
+      {"get-wifi-list", [](const auto&) { getWifiList(wifiList, outputMode); }},
+      {"check-wireless-point", [](const auto&) { checkWirelessPoint(outputMode); }},
   };
   return table;
 }
