@@ -5,12 +5,17 @@
 
 #include "generate/generate_configs.h"
 #include "generate/wpa_conf.h"
+#include "link/autoconnect.h"
+#include "link/interface_values.h"
 #include "link/probes.h"
+#include "link/switching.h"
 #include "main/front_end.h"
 #include "main/usage.h"
 #include "settings/config_reader.h"
 #include "settings/network_settings.h"
 #include "settings/settings_dump.h"
+#include "wireless/access_point.h"
+#include "wireless/wifi_list.h"
 
 namespace {
 
@@ -63,7 +68,11 @@ const std::vector<std::pair<std::string, Operation>>& commandTable() {
       {"set-config", withConfigPath(setConfig)},
       {"set-open-wired-config", withConfigPath(setOpenWiredConfig)},
       {"set-wpa-config", withConfigPath(setWpaConfig)},
-      {"autoconnect", withConfigPath([](const auto&) {})},
+      {"autoconnect", withConfigPath([](const auto& args) {
+         Usage(autoconnect(args[kPathPosition], outputMode) ? "autoconnect complete"
+                                                            : "autoconnect false",
+               outputMode);
+       })},
       {"is-wired-on", [](const auto&) { isEnabledWired(outputMode); }},
       {"is-wireless-on", [](const auto&) { isEnabledWireless(outputMode); }},
       {"is-wlan0-connected", [](const auto&) { isConnectedWireless(outputMode); }},
@@ -72,6 +81,22 @@ const std::vector<std::pair<std::string, Operation>>& commandTable() {
       {"is-tun0-connected", [](const auto&) { isConnectedTun0(outputMode); }},
       {"is-ppp0-connected", [](const auto&) { isConnectedPpp0(outputMode); }},
       {"is-ipsec-connected", [](const auto&) { isConnectedIpsec(outputMode); }},
+      {"get-eth0-parameters", [](const auto&) { getInterfaceValues(outputMode, eth0Interface); }},
+      {"get-wlan0-parameters", [](const auto&) { getInterfaceValues(outputMode, wlan0Interface); }},
+      {"get-tun0-parameters", [](const auto&) { getInterfaceValues(outputMode, tun0Interface); }},
+      {"get-ppp0-parameters", [](const auto&) { getInterfaceValues(outputMode, ppp0Interface); }},
+      {"get-ipsec-parameters", [](const auto&) { getIpsecValues(outputMode); }},
+      {"get-default-gateway", [](const auto&) { getDefaultGateway(outputMode); }},
+      {"connect-wifi", [](const auto&) { connectWifi(outputMode); }},
+      {"connect-ethernet", [](const auto&) { connectEthernet(outputMode); }},
+      {"disconnect-wifi", [](const auto&) { disconnectWifi(outputMode); }},
+      {"disconnect-ethernet", [](const auto&) { disconnectEthernet(outputMode); }},
+      {"turn-on-wireless", [](const auto&) { turnOnWireless(outputMode); }},
+      {"turn-on-wired", [](const auto&) { turnOnWired(outputMode); }},
+      {"turn-off-wireless", [](const auto&) { turnOffWireless(outputMode); }},
+      {"turn-off-wired", [](const auto&) { turnOffWired(outputMode); }},
+      {"get-wifi-list", [](const auto&) { getWifiList(wifiList, outputMode); }},
+      {"check-wireless-point", [](const auto&) { checkWirelessPoint(outputMode); }},
   };
   return table;
 }
