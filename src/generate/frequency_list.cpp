@@ -10,6 +10,7 @@ constexpr std::size_t kFrequencyBuffer = 200;
 
 }  // namespace
 
+// cppcheck-suppress passedByValue ; the band is taken by value, as callers expect
 std::string getWiFiFrequencies(std::string band, UserMode mode, std::ostream& out) {
   if (mode == consoleMode) out << "Get WiFi " << band << " GHz frequencies..." << std::endl;
   std::string frequencies;

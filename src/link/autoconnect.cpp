@@ -43,6 +43,7 @@ std::optional<LinkWishes> linkWishesOf(const Json::Value& document) {
   }
 }
 
+// cppcheck-suppress passedByValue ; autoconnect takes its path by value, as callers expect
 bool autoconnect(std::string path, UserMode mode, std::ostream& out, std::ostream& err) {
   if (mode == consoleMode) out << "Starting autoconnect..." << std::endl;
   std::optional<LinkWishes> wishes;

@@ -76,6 +76,7 @@ configSettings settingsFromJson(const Json::Value& json) {
   return read;
 }
 
+// cppcheck-suppress passedByValue ; the reader takes its path by value, as callers expect
 void initConfig(std::string path, UserMode mode, std::ostream& out, std::ostream& err) {
   if (mode == consoleMode) out << kStartReading << std::endl;
   if (!parseConfigJson(path)) parsingFailed(path, mode, err);
