@@ -32,7 +32,9 @@ for target in "${targets[@]}"; do
     [ -e "$seed" ] || continue
     find "$seed" -type f -exec cp --backup=numbered -t "$corpus" {} +
   done
+  dict=()
+  [ -f "tests/fuzz/${target%_fuzz}.dict" ] && dict=(-dict="tests/fuzz/${target%_fuzz}.dict")
   echo "== $target: ${seconds}s"
-  "build-fuzz/tests/fuzz/$target" -max_total_time="$seconds" -print_final_stats=1 \
+  "build-fuzz/tests/fuzz/$target" "${dict[@]}" -max_total_time="$seconds" -print_final_stats=1 \
     -artifact_prefix="build-fuzz/findings/$target-" "$corpus" 2>&1 | tail -n 12
 done
