@@ -3,15 +3,27 @@
 #include <functional>
 #include <utility>
 
+#include "generate/generate_configs.h"
+#include "generate/wpa_conf.h"
+#include "link/autoconnect.h"
+#include "link/interface_values.h"
 #include "link/probes.h"
+#include "link/switching.h"
 #include "main/front_end.h"
 #include "main/usage.h"
+#include "settings/config_reader.h"
+#include "settings/network_settings.h"
+#include "settings/settings_dump.h"
+#include "wireless/access_point.h"
+#include "wireless/wifi_list.h"
 
 namespace {
 
 using Operation = std::function<void(const std::vector<std::string>& args)>;
 
 constexpr std::size_t kPathPosition = 3;
+constexpr std::size_t kUserNamePosition = 4;
+constexpr std::size_t kPasswordPosition = 5;
 
 // Commands that work on config.json end the run when its path is missing.
 Operation withConfigPath(const Operation& operation) {
@@ -21,13 +33,46 @@ Operation withConfigPath(const Operation& operation) {
   };
 }
 
+// Reads config.json, writes the five network files and lists what was read.
+void regenerateFiles(const std::vector<std::string>& args) {
+  initConfig(args[kPathPosition], outputMode);
+  generateConfigs(outputMode);
+  printConfigJson(outputMode);
+}
+
+void setConfig(const std::vector<std::string>& args) {
+  Usage("set config files", outputMode);
+  if (args.size() > kUserNamePosition) {
+    ethernetPassThroughCredentials.userName = args[kUserNamePosition];
+  }
+  if (args.size() > kPasswordPosition) {
+    ethernetPassThroughCredentials.userPassword = args[kPasswordPosition];
+  }
+  regenerateFiles(args);
+}
+
+void setOpenWiredConfig(const std::vector<std::string>& args) {
+  Usage("set config files", outputMode);
+  openWiredConfig = true;
+  regenerateFiles(args);
+}
+
+void setWpaConfig(const std::vector<std::string>& args) {
+  initConfig(args[kPathPosition], outputMode);
+  generateWpaConf(outputMode);
+}
+
 // One row per command, in the order the commands are tested.
 const std::vector<std::pair<std::string, Operation>>& commandTable() {
   static const std::vector<std::pair<std::string, Operation>> table = {
-      {"set-config", withConfigPath([](const auto&) {})},
-      {"set-open-wired-config", withConfigPath([](const auto&) {})},
-      {"set-wpa-config", withConfigPath([](const auto&) {})},
-      {"autoconnect", withConfigPath([](const auto&) {})},
+      {"set-config", withConfigPath(setConfig)},
+      {"set-open-wired-config", withConfigPath(setOpenWiredConfig)},
+      {"set-wpa-config", withConfigPath(setWpaConfig)},
+      {"autoconnect", withConfigPath([](const auto& args) {
+         Usage(autoconnect(args[kPathPosition], outputMode) ? "autoconnect complete"
+                                                            : "autoconnect false",
+               outputMode);
+       })},
       {"is-wired-on", [](const auto&) { isEnabledWired(outputMode); }},
       {"is-wireless-on", [](const auto&) { isEnabledWireless(outputMode); }},
       {"is-wlan0-connected", [](const auto&) { isConnectedWireless(outputMode); }},
@@ -36,6 +81,22 @@ const std::vector<std::pair<std::string, Operation>>& commandTable() {
       {"is-tun0-connected", [](const auto&) { isConnectedTun0(outputMode); }},
       {"is-ppp0-connected", [](const auto&) { isConnectedPpp0(outputMode); }},
       {"is-ipsec-connected", [](const auto&) { isConnectedIpsec(outputMode); }},
+      {"get-eth0-parameters", [](const auto&) { getInterfaceValues(outputMode, eth0Interface); }},
+      {"get-wlan0-parameters", [](const auto&) { getInterfaceValues(outputMode, wlan0Interface); }},
+      {"get-tun0-parameters", [](const auto&) { getInterfaceValues(outputMode, tun0Interface); }},
+      {"get-ppp0-parameters", [](const auto&) { getInterfaceValues(outputMode, ppp0Interface); }},
+      {"get-ipsec-parameters", [](const auto&) { getIpsecValues(outputMode); }},
+      {"get-default-gateway", [](const auto&) { getDefaultGateway(outputMode); }},
+      {"connect-wifi", [](const auto&) { connectWifi(outputMode); }},
+      {"connect-ethernet", [](const auto&) { connectEthernet(outputMode); }},
+      {"disconnect-wifi", [](const auto&) { disconnectWifi(outputMode); }},
+      {"disconnect-ethernet", [](const auto&) { disconnectEthernet(outputMode); }},
+      {"turn-on-wireless", [](const auto&) { turnOnWireless(outputMode); }},
+      {"turn-on-wired", [](const auto&) { turnOnWired(outputMode); }},
+      {"turn-off-wireless", [](const auto&) { turnOffWireless(outputMode); }},
+      {"turn-off-wired", [](const auto&) { turnOffWired(outputMode); }},
+      {"get-wifi-list", [](const auto&) { getWifiList(wifiList, outputMode); }},
+      {"check-wireless-point", [](const auto&) { checkWirelessPoint(outputMode); }},
   };
   return table;
 }

@@ -32,6 +32,7 @@ int runFrontEnd(int argc, char* argv[]) {
   if (args.size() < 3 || !checkMethods(args[1])) {
     Usage("intro", consoleMode);
     Usage("input error", consoleMode);
+    return 1;  // not reached: the "input error" message ends the run
   }
   if (args[2] == "A") {
     outputMode = applicationMode;

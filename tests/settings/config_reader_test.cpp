@@ -1,0 +1,82 @@
+#include "settings/config_reader.h"
+
+#include <gtest/gtest.h>
+
+#include "support/temp_dir.h"
+
+namespace {
+
+configSettings read(const std::string& text) {
+  Json::Value json;
+  EXPECT_TRUE(Json::Reader().parse(text, json, false)) << text;
+  return settingsFromJson(json);
+}
+
+}  // namespace
+
+TEST(ConfigReader, MissingMembersReadAsEmptyAndFalse) {
+  for (const char* text :
+       {"{}", R"({"network settings": {"interfaces": {"eth": {}}, "DNS": null}})"}) {
+    const configSettings settings = read(text);
+    EXPECT_FALSE(settings.settings.eth.enabled) << text;
+    EXPECT_FALSE(settings.passThrough) << text;
+    EXPECT_EQ(settings.settings.wlan.ssid, "") << text;
+    EXPECT_EQ(settings.settings.dns.type, "") << text;
+  }
+}
+
+TEST(ConfigReader, KeysAreExactAndValuesKeptAsWritten) {
+  const configSettings settings = read(R"({"network settings": {"interfaces": {
+      "eth": {"ip address": "10.0.0.5", "Enabled": true, "ask for credentials": true},
+      "wlan": {"ssid": " Caf\u00e9 \"5G\" ", "type": "Static"}}}})");
+  EXPECT_EQ(settings.settings.eth.ipAddress, "");
+  EXPECT_FALSE(settings.settings.eth.enabled);
+  EXPECT_TRUE(settings.passThrough);
+  EXPECT_EQ(settings.settings.wlan.ssid, " Caf\xc3\xa9 \"5G\" ");
+  EXPECT_EQ(settings.settings.wlan.type, "Static");
+}
+
+TEST(ConfigReader, NumbersAndBoolsWhereStringsBelongAreConverted) {
+  const configSettings settings = read(R"({"network settings": {"interfaces": {
+      "eth": {"type": 5, "security": true, "enabled": 1},
+      "wlan": {"frequency": 2.4, "hidden ssid": 0}}}})");
+  EXPECT_EQ(settings.settings.eth.type, "5");
+  EXPECT_EQ(settings.settings.eth.security, "true");
+  EXPECT_TRUE(settings.settings.eth.enabled);
+  // Seventeen significant digits: a numeric 2.4 is not the frequency choice "2.4".
+  EXPECT_EQ(settings.settings.wlan.frequency, "2.3999999999999999");
+  EXPECT_FALSE(settings.settings.wlan.hiddenSsid);
+}
+
+// Whatever is wrong with the file, the run ends with status 1 and the same line, never with an
+// abort.
+TEST(ConfigReaderDeathTest, UnreadableFilesTakeTheParseFailurePath) {
+  TempDir dir;
+  const std::string deep = std::string(1200, '[') + std::string(1200, ']');
+  const std::pair<const char*, std::string> files[] = {
+      {"empty", ""},
+      {"not-json", "network settings = on"},
+      {"truncated", R"({"network settings": {"interfaces": )"},
+      {"too-deep", deep},
+      {"too-deep-inside", R"({"network settings": )" + deep + "}"},
+      {"object-for-string", R"({"network settings": {"DNS": {"dns1": {"a": 1}}}})"},
+      {"array-for-string", R"({"network settings": {"interfaces": {"wlan": {"ssid": [1]}}}})"},
+      {"string-for-bool", R"({"network settings": {"interfaces": {"eth": {"enabled": "yes"}}}})"},
+      {"string-for-group", R"({"network settings": "x"})"},
+      {"array-for-group", R"({"network settings": {"interfaces": [1, 2]}})"},
+      {"top-level-array", R"([{"network settings": {}}])"},
+      {"top-level-number", "5"},
+      {"object-for-encoding", R"({"encoding": {}})"},
+  };
+  for (const auto& [name, content] : files) {
+    const std::string path = dir.write(name, content);
+    // The dying child runs the test again in a temporary directory of its own.
+    EXPECT_EXIT(initConfig(path, consoleMode), testing::ExitedWithCode(1),
+                "^Error: Parsing /tmp/qv-unit\\.[^/]+/" + std::string(name) + " file failed.\n$")
+        << name;
+    EXPECT_EXIT(initConfig(path, applicationMode), testing::ExitedWithCode(1), "^$") << name;
+  }
+  for (const std::string& path : {dir.path(), dir.path() + "/missing.json"}) {
+    EXPECT_EXIT(initConfig(path, applicationMode), testing::ExitedWithCode(1), "^$");
+  }
+}
