@@ -7,8 +7,8 @@
 #    ARCH is not this machine's;
 # 3. runs lintian, which must report no errors;
 # 4. checks the package: its architecture, the files `cmake --install` installs (the package may
-#    only add its copyright and changelog, and compress), and that its tool runs and prints the
-#    usage text.
+#    only add its copyright, changelog and lintian overrides, and compress), and that its tool
+#    runs and prints the usage text.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 ARCH=${1:?usage: scripts/cross-build.sh ARCH}
@@ -73,6 +73,7 @@ expected=$( (
     while read -r file; do [ -f "$unpacked/$file" ] && echo "$file" || echo "$file.gz"; done
   echo ./usr/share/doc/qv-netconf/copyright
   echo ./usr/share/doc/qv-netconf/changelog.gz
+  echo ./usr/share/lintian/overrides/qv-netconf
 ) | sort)
 [ "$packaged" = "$expected" ] ||
   fail "the package and cmake --install differ:
