@@ -5,6 +5,8 @@ set -euo pipefail
 
 PACKAGES=(
   build-essential cmake pkgconf clang-format
+  # sanitizer, fuzzing and static analysis runs
+  clang libclang-rt-14-dev clang-tidy cppcheck
   libjsoncpp-dev libcrypto++-dev libgtest-dev
   # what the sandboxed tests run for real: the key derivation utilities, overlays and namespaces
   wpasupplicant openssl util-linux iproute2 net-tools ethtool

@@ -1,0 +1,12 @@
+#!/bin/bash
+# clang-tidy (the checks of .clang-tidy, warnings as errors) and cppcheck over the sources.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+cmake -S . -B build -DCMAKE_EXPORT_COMPILE_COMMANDS=ON >/dev/null
+run-clang-tidy -quiet -p build "$PWD/src/" >build/clang-tidy.log 2>&1 || {
+  grep -E "(warning|error):" build/clang-tidy.log | sort -u
+  echo "clang-tidy found problems"
+  exit 1
+}
+cppcheck --enable=warning,performance,portability --std=c++17 --error-exitcode=1 \
+  --inline-suppr --quiet -I src src
