@@ -100,17 +100,22 @@ lab_enter() { # holder command...
   nsenter -t "$holder" -m -n --wd=/ -- env -i PATH="$LAB_PATH" HOME=/root LANG=C.UTF-8 "$@"
 }
 
-# Writes standard input to a file on the device (on the peer).
-put_on_device() { on_device sh -c 'mkdir -p "$(dirname "$1")" && cat >"$1"' put "$1"; }
-put_on_peer() { on_peer sh -c 'mkdir -p "$(dirname "$1")" && cat >"$1"' put "$1"; }
+# Writes standard input to a file on one machine: put_file on_device|on_peer PATH.
+put_file() { "$1" sh -c 'mkdir -p "$(dirname "$1")" && cat >"$1"' put "$2"; }
 
-# Runs the tool on the device; its output lands in QV_OUT, QV_ERR and QV_STATUS. The captured
-# texts keep their trailing newlines (a bare "true" has none).
+# Runs the tool on the device; its output lands in QV_OUT, QV_ERR and QV_STATUS. Both streams are
+# pipes, as for the management application (the supplicant's ifupdown hook reopens /dev/stderr,
+# which would truncate a file). The captured texts keep their trailing newlines.
 qv() {
-  on_device qv-netconf "$@" >"$LAB_DIR/qv.out" 2>"$LAB_DIR/qv.err"
-  QV_STATUS=$?
-  QV_OUT=$(cat "$LAB_DIR/qv.out"; echo .)
-  QV_OUT=${QV_OUT%.}
+  local result
+  result=$(
+    on_device qv-netconf "$@" 2> >(cat >"$LAB_DIR/qv.err")
+    status=$?
+    wait $!
+    echo ".$status"
+  )
+  QV_STATUS=${result##*.}
+  QV_OUT=${result%.*}
   QV_ERR=$(cat "$LAB_DIR/qv.err"; echo .)
   QV_ERR=${QV_ERR%.}
 }
@@ -123,6 +128,22 @@ wait_until() { # seconds command...
     [ "$SECONDS" -lt "$deadline" ] || return 1
     sleep 0.1
   done
+}
+
+# --- expected replies ---------------------------------------------------------------------------
+# (Used as "$(...)", which drops the last line end: the caller writes it, where the tool does.)
+
+# What every accepted command prints first in console mode.
+CONSOLE_START=$'Valid arguments. Operation is going to start...\n'
+
+# The one-line object of an interface report in application mode.
+values_reply() { # ip netmask gateway type
+  printf '{"values":{ "ip address":"%s","netmask address":"%s","gateway address":"%s","type":"%s"}}' "$@"
+}
+
+# The four labelled lines of an interface report in console mode.
+values_lines() { # ip netmask gateway type
+  printf '%-18s%-12s\n' "Ip address: " "$1" "Netmask address: " "$2" "Gateway address: " "$3" "Type: " "$4"
 }
 
 # --- checks -----------------------------------------------------------------------------------
@@ -175,3 +196,8 @@ lab_finish() {
   echo "$LAB_PASSED passed, $LAB_FAILED failed"
   [ "$LAB_FAILED" = 0 ]
 }
+
+# shellcheck source=credentials.sh
+. "$LAB_HERE/credentials.sh"
+# shellcheck source=services.sh
+. "$LAB_HERE/services.sh"

@@ -31,7 +31,7 @@ sweep() {
 HOST_FILES=(/etc/network /etc/wpa_supplicant /etc/dhcpcd.conf /etc/resolv.conf /etc/dhcp /etc/hostapd
             /etc/ipsec.conf /etc/ipsec.secrets /etc/strongswan.d /etc/ssl/openssl.cnf /var/lib/dhcp
             /var/lib/dhcpcd /usr/bin/qv-netconf /usr/bin/qv-get-freq-list /KQ)
-DAEMONS='dnsmasq|hostapd|charon|starter|dhclient|dhcpcd|wpa_supplicant'
+DAEMONS=(dnsmasq hostapd charon starter dhclient dhcpcd wpa_supplicant)
 host_snapshot() {
   find "${HOST_FILES[@]}" -printf '%p %m %s %T@\n' 2>/dev/null | sort
   ip -o link show | sed 's/ link\/.*//'
@@ -39,7 +39,7 @@ host_snapshot() {
   ip route show
   local pid here
   here=$(readlink /proc/self/ns/net)
-  for pid in $(pgrep -x "$DAEMONS"); do
+  for pid in $(for name in "${DAEMONS[@]}"; do pgrep -x "$name"; done); do
     [ "$(readlink "/proc/$pid/ns/net" 2>/dev/null)" = "$here" ] && echo "daemon on this machine: $pid $(cat "/proc/$pid/comm")"
   done
 }

@@ -6,7 +6,7 @@ set -euo pipefail
 
 PACKAGES=(
   ifupdown isc-dhcp-client dhcpcd-base dnsmasq-base hostapd wpasupplicant
-  strongswan-starter strongswan-libcharon libcharon-extra-plugins
+  strongswan-starter strongswan-charon strongswan-libcharon libcharon-extra-plugins
   net-tools ethtool iproute2 sudo openssl util-linux procps
 )
 POLICY=/usr/sbin/policy-rc.d
