@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "common/shell.h"
+#include "link/ipsec_command.h"
 #include "link/probe_scan.h"
 
 namespace {
@@ -37,8 +38,8 @@ const Probe kTun0Connected{"ifconfig tun0 2>&1", "Is tun0 connected...", "tun0 i
 // The ppp0 answer carries the tun0 label: the management application matches on it.
 const Probe kPpp0Connected{"ifconfig ppp0 2>&1", "Is ppp0 connected...", "tun0 is ", kConnected,
                            kNotConnected};
-const Probe kIpsecConnected{"sudo ipsec status 2>&1", "Is ipsec connected...", "Ipsec is ",
-                            kConnected, kNotConnected};
+const Probe kIpsecConnected{kIpsecStatus, "Is ipsec connected...", "Ipsec is ", kConnected,
+                            kNotConnected};
 
 bool runProbe(const Probe& probe, const PieceTest& test, UserMode mode, std::ostream& out) {
   if (mode == consoleMode) out << probe.question << std::endl;

@@ -3,9 +3,14 @@
 #include <functional>
 #include <utility>
 
+#include "link/autoconnect.h"
+#include "link/interface_values.h"
 #include "link/probes.h"
+#include "link/switching.h"
 #include "main/front_end.h"
 #include "main/usage.h"
+#include "wireless/access_point.h"
+#include "wireless/wifi_list.h"
 
 namespace {
 
@@ -27,7 +32,11 @@ const std::vector<std::pair<std::string, Operation>>& commandTable() {
       {"set-config", withConfigPath([](const auto&) {})},
       {"set-open-wired-config", withConfigPath([](const auto&) {})},
       {"set-wpa-config", withConfigPath([](const auto&) {})},
-      {"autoconnect", withConfigPath([](const auto&) {})},
+      {"autoconnect", withConfigPath([](const auto& args) {
+         Usage(autoconnect(args[kPathPosition], outputMode) ? "autoconnect complete"
+                                                            : "autoconnect false",
+               outputMode);
+       })},
       {"is-wired-on", [](const auto&) { isEnabledWired(outputMode); }},
       {"is-wireless-on", [](const auto&) { isEnabledWireless(outputMode); }},
       {"is-wlan0-connected", [](const auto&) { isConnectedWireless(outputMode); }},
@@ -36,6 +45,22 @@ const std::vector<std::pair<std::string, Operation>>& commandTable() {
       {"is-tun0-connected", [](const auto&) { isConnectedTun0(outputMode); }},
       {"is-ppp0-connected", [](const auto&) { isConnectedPpp0(outputMode); }},
       {"is-ipsec-connected", [](const auto&) { isConnectedIpsec(outputMode); }},
+      {"get-eth0-parameters", [](const auto&) { getInterfaceValues(outputMode, eth0Interface); }},
+      {"get-wlan0-parameters", [](const auto&) { getInterfaceValues(outputMode, wlan0Interface); }},
+      {"get-tun0-parameters", [](const auto&) { getInterfaceValues(outputMode, tun0Interface); }},
+      {"get-ppp0-parameters", [](const auto&) { getInterfaceValues(outputMode, ppp0Interface); }},
+      {"get-ipsec-parameters", [](const auto&) { getIpsecValues(outputMode); }},
+      {"get-default-gateway", [](const auto&) { getDefaultGateway(outputMode); }},
+      {"connect-wifi", [](const auto&) { connectWifi(outputMode); }},
+      {"connect-ethernet", [](const auto&) { connectEthernet(outputMode); }},
+      {"disconnect-wifi", [](const auto&) { disconnectWifi(outputMode); }},
+      {"disconnect-ethernet", [](const auto&) { disconnectEthernet(outputMode); }},
+      {"turn-on-wireless", [](const auto&) { turnOnWireless(outputMode); }},
+      {"turn-on-wired", [](const auto&) { turnOnWired(outputMode); }},
+      {"turn-off-wireless", [](const auto&) { turnOffWireless(outputMode); }},
+      {"turn-off-wired", [](const auto&) { turnOffWired(outputMode); }},
+      {"get-wifi-list", [](const auto&) { getWifiList(wifiList, outputMode); }},
+      {"check-wireless-point", [](const auto&) { checkWirelessPoint(outputMode); }},
   };
   return table;
 }

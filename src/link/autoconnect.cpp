@@ -1,0 +1,63 @@
+#include "link/autoconnect.h"
+
+#include <cstdlib>
+#include <exception>
+
+#include "link/switching.h"
+#include "settings/config_file.h"
+
+namespace {
+
+constexpr const char* kReadFailure =
+    "Error: Autoconnect failed. Reading config.json file not possible.\n";
+
+bool wish(const Json::Value& interfaces, const char* name) {
+  const Json::Value& enabled = interfaces[name]["enabled"];
+  return enabled.isBool() && enabled.asBool();
+}
+
+// Brings one interface to its wanted state; a take-down counts as success whatever happened.
+bool handle(bool wanted, const char* connecting, const char* disconnecting,
+            bool (*connect)(UserMode, std::ostream&), int (*disconnect)(UserMode, std::ostream&),
+            UserMode mode, std::ostream& out) {
+  if (mode == consoleMode) out << (wanted ? connecting : disconnecting) << std::endl;
+  if (wanted) return !connect(mode, out);
+  disconnect(mode, out);
+  return true;
+}
+
+const char* verdict(bool success) {
+  return success ? "Correct" : "Incorrect";
+}
+
+}  // namespace
+
+std::optional<LinkWishes> linkWishesOf(const Json::Value& document) {
+  try {
+    // The encoding is never used, but reading it is part of accepting the file.
+    document.get("encoding", "UTF-8").asString();
+    const Json::Value& interfaces = document["network settings"]["interfaces"];
+    return LinkWishes{wish(interfaces, "eth"), wish(interfaces, "wlan")};
+  } catch (const std::exception&) {
+    return std::nullopt;
+  }
+}
+
+bool autoconnect(std::string path, UserMode mode, std::ostream& out, std::ostream& err) {
+  if (mode == consoleMode) out << "Starting autoconnect..." << std::endl;
+  std::optional<LinkWishes> wishes;
+  if (parseConfigJson(path)) wishes = linkWishesOf(root);
+  if (!wishes) {
+    if (mode == consoleMode) err << kReadFailure;
+    std::exit(1);
+  }
+  const bool wired = handle(wishes->wired, "Connecting to eth0... ", "Disconnecting eth0...",
+                            connectEthernet, disconnectEthernet, mode, out);
+  const bool wireless = handle(wishes->wireless, "Connecting to wlan0... ",
+                               "Disconnecting wlan0...", connectWifi, disconnectWifi, mode, out);
+  if (mode == consoleMode) {
+    out << "Status autoconnect Ethernet: " << verdict(wired) << std::endl;
+    out << "Status autoconnect WiFi: " << verdict(wireless) << std::endl;
+  }
+  return wired && wireless;
+}

@@ -1,0 +1,61 @@
+#include "link/switching.h"
+
+#include "common/shell.h"
+
+namespace {
+
+constexpr const char* kWirelessUp = "ifconfig wlan0 up";
+constexpr const char* kWiredUp = "ifconfig eth0 up";
+constexpr const char* kWirelessDown = "ifconfig wlan0 down";
+constexpr const char* kWiredDown = "ifconfig eth0 down";
+constexpr const char* kWirelessIfdown = "sudo ifdown wlan0 --force";
+constexpr const char* kWirelessIfup = "sudo ifup wlan0";
+constexpr const char* kWiredIfdown = "sudo ifdown eth0 --force";
+constexpr const char* kWiredIfup = "sudo ifup eth0";
+
+int announceAndRun(const char* line, const char* command, UserMode mode, std::ostream& out) {
+  if (mode == consoleMode) out << line << std::endl;
+  return shell().run(command);
+}
+
+// The forced take-down's status is of no interest: only bringing the network up counts.
+bool reconnect(const char* line, const char* down, const char* up, UserMode mode,
+               std::ostream& out) {
+  announceAndRun(line, down, mode, out);
+  return shell().run(up) != 0;
+}
+
+}  // namespace
+
+int turnOnWireless(UserMode mode, std::ostream& out) {
+  return announceAndRun("Get turn on wifi...", kWirelessUp, mode, out);
+}
+
+// The wired switch announces itself with the wireless wording; consoles have always shown it so.
+int turnOnWired(UserMode mode, std::ostream& out) {
+  return announceAndRun("Get turn on wifi...", kWiredUp, mode, out);
+}
+
+int turnOffWireless(UserMode mode, std::ostream& out) {
+  return announceAndRun("Get turn off wifi...", kWirelessDown, mode, out);
+}
+
+int turnOffWired(UserMode mode, std::ostream& out) {
+  return announceAndRun("Get turn off ethernet...", kWiredDown, mode, out);
+}
+
+bool connectWifi(UserMode mode, std::ostream& out) {
+  return reconnect("Connect to wifi...", kWirelessIfdown, kWirelessIfup, mode, out);
+}
+
+bool connectEthernet(UserMode mode, std::ostream& out) {
+  return reconnect("Connect to ethernet...", kWiredIfdown, kWiredIfup, mode, out);
+}
+
+int disconnectWifi(UserMode mode, std::ostream& out) {
+  return announceAndRun("Disconnect Wifi...", kWirelessIfdown, mode, out);
+}
+
+int disconnectEthernet(UserMode mode, std::ostream& out) {
+  return announceAndRun("Disconnect ethernet...", kWiredIfdown, mode, out);
+}

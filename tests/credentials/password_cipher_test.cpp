@@ -1,0 +1,96 @@
+#include "credentials/password_cipher.h"
+
+#include <cryptopp/cryptlib.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "credentials/cipher_key.h"
+
+namespace {
+
+class PasswordCipher : public testing::Test {
+ protected:
+  void SetUp() override { loadCipherKey(); }
+  void TearDown() override { loadCipherKey(); }
+};
+
+using PasswordCipherDeathTest = PasswordCipher;
+
+// Stored forms made with `printf %s PLAIN | openssl enc -aes-128-cbc -K <key> -iv <iv> | base64`.
+const std::pair<std::string, std::string> kOpensslVectors[] = {
+    {"password", "NR6RWwHUZRWwPkG0/Skv+A=="},
+    {"x", "s9Y8WFVB2eLQNsKDpcj7zA=="},
+    {"0123456789abcde", "P542rRlmZ6DZk5IcUabuqA=="},
+    {"0123456789abcdef", "CrHc9Wu5eLfdI4B2nDbyBbfCBawhJorYvov0Iw/bTIQ="},
+    {"0123456789abcdef0123456789abcde", "CrHc9Wu5eLfdI4B2nDbyBeg9KASXnfK4WYl1S3szpE4="},
+    {"0123456789abcdef0123456789abcdef",
+     "CrHc9Wu5eLfdI4B2nDbyBRnCYea6lNHnb9QmQ917pZySVAw6N7kpaVM9m2IkoDGd"},
+    {"Za\xc5\xbc\xc3\xb3\xc5\x82\xc4\x87 g\xc4\x99\xc5\x9bl\xc4\x85 ja\xc5\xba\xc5\x84",
+     "YTrWF2GzRoDkr5PGnbiCmgHaTqWZFTPmlTS45m+7ZxM="},
+    {std::string("\xff\x80\x00\x01", 4), "BL0e5htt8azmvf1uG/RFLQ=="},
+};
+
+}  // namespace
+
+TEST_F(PasswordCipher, InteroperatesWithOpensslEnc) {
+  for (const auto& [plain, stored] : kOpensslVectors) {
+    EXPECT_EQ(encodePassword(plain), stored);
+    EXPECT_EQ(decodePassword(stored), plain) << stored;
+  }
+}
+
+TEST_F(PasswordCipher, EmptyStaysEmpty) {
+  EXPECT_EQ(encodePassword(""), "");
+  EXPECT_EQ(decodePassword(""), "");
+}
+
+TEST_F(PasswordCipher, StoredLengthGrowsByWholeBlocks) {
+  for (std::size_t length = 1; length <= 40; ++length) {
+    const std::string plain(length, static_cast<char>(0x80 + length));
+    const std::string stored = encodePassword(plain);
+    EXPECT_EQ(stored.size(), 4 * ((16 * (length / 16 + 1) + 2) / 3)) << length;
+    if (length < 16) {
+      EXPECT_EQ(stored.substr(22), "==") << length;
+    }
+    EXPECT_EQ(decodePassword(stored), plain) << length;
+  }
+}
+
+TEST_F(PasswordCipher, UsesTheWorkingCopiesOfKeyAndIv) {
+  key[0] ^= 1;
+  EXPECT_NE(encodePassword("password"), "NR6RWwHUZRWwPkG0/Skv+A==");
+  loadCipherKey();
+  iv[15] ^= 1;
+  EXPECT_NE(encodePassword("password"), "NR6RWwHUZRWwPkG0/Skv+A==");
+}
+
+TEST_F(PasswordCipher, ValuesThatAreNotStoredFormsThrow) {
+  const char* notStored[] = {
+      "password",                  // plain text: six bytes after base64
+      "!!!!",                      // nothing decodes at all
+      "NR6RWwHUZRWwPkG0/Skv",      // a block cut short
+      "SUeNGct2xj/4VdQLETNkBw==",  // one block ending in a zero byte
+      "Nw3yCCV5GUiyyseADoa72w==",  // "\x02\x03" at the end
+      "f5V9UYlj9WlEAEqm5StGqg==",  // a pad length above the block size
+  };
+  for (const char* stored : notStored) {
+    EXPECT_THROW(decodePassword(stored), CryptoPP::InvalidCiphertext) << stored;
+  }
+}
+
+TEST_F(PasswordCipher, DecodeSettingGivesThePlainText) {
+  std::ostringstream err;
+  EXPECT_EQ(decodeSetting("NR6RWwHUZRWwPkG0/Skv+A==", "wlan", "passphrase", consoleMode, err),
+            "password");
+  EXPECT_EQ(decodeSetting("", "wlan", "passphrase", consoleMode, err), "");
+  EXPECT_EQ(err.str(), "");
+}
+
+TEST_F(PasswordCipherDeathTest, ASettingThatDoesNotDecryptEndsTheRun) {
+  EXPECT_EXIT(decodeSetting("blackcar", "wlan", "passphrase", consoleMode),
+              testing::ExitedWithCode(1),
+              "^Error: Cannot decrypt \"passphrase\" of wlan in config.json.\n$");
+  EXPECT_EXIT(decodeSetting("blackcar", "eth", "user password", applicationMode),
+              testing::ExitedWithCode(1), "^$");
+}
