@@ -11,6 +11,7 @@ shift || true
 # Seeds per target: fixture folders (and files) whose text the target parses.
 declare -A SEEDS=(
   [probe_scans_fuzz]="ifconfig ethtool ip-link ipsec"
+  [report_readings_fuzz]="ifconfig route ipsec iwlist iwconfig"
 )
 
 CC=clang CXX=clang++ cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQV_FUZZ=ON \

@@ -54,7 +54,7 @@ std::string generatePsk(std::string ssid, std::string passphrase, UserMode mode,
   if (mode == consoleMode) out << "Get psk value..." << std::endl;
   const std::string command =
       "wpa_passphrase '" + quoteForShell(ssid) + "' '" + quoteForShell(passphrase) + "'";
-  const std::string psk = pskFromPieces(capturePieces(command));
+  std::string psk = pskFromPieces(capturePieces(command));
   if (mode == consoleMode) out << "Psk: " << psk << std::endl;
   return psk;
 }

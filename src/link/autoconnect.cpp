@@ -43,7 +43,7 @@ std::optional<LinkWishes> linkWishesOf(const Json::Value& document) {
   }
 }
 
-bool autoconnect(std::string path, UserMode mode, std::ostream& out, std::ostream& err) {
+bool autoconnect(const std::string& path, UserMode mode, std::ostream& out, std::ostream& err) {
   if (mode == consoleMode) out << "Starting autoconnect..." << std::endl;
   std::optional<LinkWishes> wishes;
   if (parseConfigJson(path)) wishes = linkWishesOf(root);

@@ -22,5 +22,5 @@ std::optional<LinkWishes> linkWishesOf(const Json::Value& document);
 // Parses config.json at `path` on its own and brings eth0, then wlan0, up or down as it asks,
 // reporting each in console mode. True when both reached the wanted state. A file that cannot
 // be read or understood ends the run with status 1.
-bool autoconnect(std::string path, UserMode mode, std::ostream& out = std::cout,
+bool autoconnect(const std::string& path, UserMode mode, std::ostream& out = std::cout,
                  std::ostream& err = std::cerr);

@@ -18,7 +18,6 @@ std::vector<std::string> methodsInput = {
     "is-ipsec-connected"};
 UserMode outputMode = applicationMode;
 
-// cppcheck-suppress passedByValue ; the table test takes its command by value, as callers expect
 bool checkMethods(std::string command) {
   for (const std::string& name : methodsInput) {
     if (name == command) return true;

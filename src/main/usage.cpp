@@ -62,7 +62,6 @@ const char* consoleText(const std::string& key) {
 
 }  // namespace
 
-// cppcheck-suppress passedByValue ; the catalogue takes its key by value, as callers expect
 void Usage(std::string key, UserMode mode, std::ostream& out, std::ostream& err) {
   if (mode > consoleMode) return;
   if (key == "input error") failWith(kInputError, mode, err);
