@@ -73,6 +73,15 @@ lab_sandboxes_up() {
   [ -e "$LAB_DIR/device.ready" ] && [ -e "$LAB_DIR/peer.ready" ]
 }
 
+# True when no process of that name runs in the device's namespace.
+lab_not_running() { # name
+  local pid
+  for pid in $(ip netns pids "$DEVICE_NS"); do
+    [ "$(cat "/proc/$pid/comm" 2>/dev/null)" = "$1" ] && return 1
+  done
+  return 0
+}
+
 lab_namespace_empty() { [ -z "$(ip netns pids "$1" 2>/dev/null)" ]; }
 
 lab_stop() {
@@ -120,6 +129,15 @@ qv() {
   QV_ERR=${QV_ERR%.}
 }
 
+# Where the management application keeps config.json on the device.
+LAB_CONFIG=/KQ/configuration/config.json
+
+# Writes config.json on the device from the members of its three objects (JSON text each).
+write_config() { # eth-members wlan-members dns-members
+  printf '{\n  "encoding": "UTF-8",\n  "network settings": {\n    "interfaces": {\n      "eth": {%s},\n      "wlan": {%s}\n    },\n    "DNS": {%s}\n  }\n}\n' \
+    "$1" "$2" "$3" | put_file on_device "$LAB_CONFIG"
+}
+
 # Polls a command every tenth of a second until it succeeds or the seconds run out.
 wait_until() { # seconds command...
   local deadline=$((SECONDS + $1))
@@ -135,6 +153,10 @@ wait_until() { # seconds command...
 
 # What every accepted command prints first in console mode.
 CONSOLE_START=$'Valid arguments. Operation is going to start...\n'
+
+# ifdown --force of a static eth0 that is not up still deletes its default route, and ifupdown
+# sends ip's complaint to stdout: the line reaches the tool's output, as on the board.
+ROUTE_GONE=$'RTNETLINK answers: No such process\n'
 
 # The one-line object of an interface report in application mode.
 values_reply() { # ip netmask gateway type
@@ -163,11 +185,18 @@ fail() { # description detail...
 
 # The tool, run with ARGS, must print exactly EXPECTED on stdout, nothing on stderr, and end
 # with status 0.
-expect_reply() { # description expected args...
-  local description=$1 expected=$2
-  shift 2
+expect_reply() { lab_check_reply strict "$@"; }
+
+# The same for a command that runs the system's utilities: what they print on stderr is theirs, so
+# only stdout and the status are checked.
+expect_stdout() { lab_check_reply stdout "$@"; }
+
+lab_check_reply() { # strict|stdout description expected args...
+  local strictness=$1 description=$2 expected=$3
+  shift 3
   qv "$@"
-  if [ "$QV_OUT" = "$expected" ] && [ -z "$QV_ERR" ] && [ "$QV_STATUS" = 0 ]; then
+  if [ "$QV_OUT" = "$expected" ] && [ "$QV_STATUS" = 0 ] &&
+    { [ "$strictness" = stdout ] || [ -z "$QV_ERR" ]; }; then
     pass "$description"
   else
     fail "$description" "qv-netconf $*" "expected: $(printf '%s' "$expected" | cat -A)" \
@@ -177,6 +206,10 @@ expect_reply() { # description expected args...
 
 expect_same() { # description expected actual
   if [ "$2" = "$3" ]; then pass "$1"; else fail "$1" "expected: $2" "actual:   $3"; fi
+}
+
+expect_match() { # description extended-regex actual
+  if [[ $3 =~ $2 ]]; then pass "$1"; else fail "$1" "expected to match: $2" "actual: $3"; fi
 }
 
 # The command must succeed (expect_ok) or fail (expect_fails); its output is shown otherwise.

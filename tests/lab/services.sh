@@ -6,7 +6,7 @@
 # the one user is alice. TTLS is offered EAP-MSCHAPv2 inside, which the supplicant uses when its
 # file names no inner method.
 LAB_EAP_USER=alice
-LAB_EAP_PASSWORD='Wired pass 1'
+LAB_EAP_PASSWORD="Alice's wired 1"
 
 # Starts hostapd on the peer as the wired authenticator of PEER_INTERFACE, with the lab CA
 # (made by make_certificates in CERTS). hostapd ignores a MAC for a while after an EAP failure,

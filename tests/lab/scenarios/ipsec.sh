@@ -1,11 +1,12 @@
 #!/bin/bash
 # IPsec: strongSwan on the device and a gateway on the peer bring up the tunnel ipsec-vpn (IKEv2
-# with a pre-shared key, ESP in UDP done by charon itself); the probe reads the real
-# "ipsec status" before, during and after it.
+# with a pre-shared key, ESP in UDP done by charon itself); the probe and the address report read
+# the real "ipsec status" before, during and after it.
 . "$(dirname "$0")/../lab.sh"
 lab_start
 
 NL=$'\n'
+NO_TUNNEL="$(values_reply "" "" "" "")$NL"
 on_device ip link set eth0 up
 on_device ip addr add 10.0.0.5/24 dev eth0
 on_peer ip addr add 10.0.0.1/24 dev eth0-peer
@@ -13,6 +14,7 @@ on_peer ip addr add 10.0.0.1/24 dev eth0-peer
 on_peer ip addr add 10.20.0.1/16 dev lo
 
 expect_reply "is-ipsec-connected: daemon not started" false is-ipsec-connected A
+expect_reply "get-ipsec-parameters: daemon not started" "$NO_TUNNEL" get-ipsec-parameters A
 
 start_ipsec on_peer "conn ipsec-vpn
   keyexchange=ikev2
@@ -42,9 +44,18 @@ expect_ok "the tunnel comes up" on_device ipsec up ipsec-vpn
 expect_reply "is-ipsec-connected: tunnel up" true is-ipsec-connected A
 expect_reply "is-ipsec-connected: tunnel up, console" \
   "${CONSOLE_START}Is ipsec connected...${NL}Ipsec is connected.$NL" is-ipsec-connected M
+expect_reply "get-ipsec-parameters: the device's inner address" \
+  "$(values_reply 10.10.10.1 "" "" "")$NL" get-ipsec-parameters A
+expect_reply "get-ipsec-parameters: console keeps the wlan0 closing line" \
+  "${CONSOLE_START}Get ipsec parameters...$NL$(values_lines 10.10.10.1 "" "" "")${NL}Get wlan0 parameters done.$NL$NL" \
+  get-ipsec-parameters M
 
 expect_ok "the tunnel goes down" on_device ipsec down ipsec-vpn
 expect_reply "is-ipsec-connected: tunnel down" false is-ipsec-connected A
+expect_reply "get-ipsec-parameters: tunnel down" "$NO_TUNNEL" get-ipsec-parameters A
+expect_reply "get-ipsec-parameters: tunnel down, console" \
+  "${CONSOLE_START}Get ipsec parameters...${NL}Ipsec is disable or not connected.$NL" \
+  get-ipsec-parameters M
 
 stop_ipsec on_device
 stop_ipsec on_peer
