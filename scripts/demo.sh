@@ -1,12 +1,36 @@
 #!/bin/bash
-# Builds the tool and runs its main job on the shipped example inside the sandbox: what the
-# probes answer on a device whose ifconfig lists eth0 with an address.
+# Builds the tool and runs its main job inside the sandbox: set-config in console mode on the
+# shipped examples/config.json (with wired credentials typed on the command line), then prints
+# the five network files it wrote. Nothing outside the sandbox is touched.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh
 scripts/build.sh >/dev/null
-out=$(mktemp -d /tmp/qv-demo.XXXXXX)
-trap 'rm -rf "$out"' EXIT
-tests/e2e/sandbox.sh --tool build/qv-netconf --case tests/e2e/cases/probes/is-wired-on-console \
-  --out "$out" -- is-wired-on M
-cat "$out/stdout"
+
+work=$(mktemp -d /tmp/qv-demo.XXXXXX)
+trap 'rm -rf "$work"' EXIT
+# The device as the sandbox sees it: config.json, a dhcpcd.conf whose head the tool keeps, the
+# resolver file the DHCP client left, and the answer of the device's frequency-list utility.
+case=$work/case
+mkdir -p "$case/input" "$case/etc/network" "$case/fakes/qv-get-freq-list"
+cp examples/config.json "$case/input/config.json"
+printf 'hostname\nclientid\npersistent\nnodev\nnoarp\n' >"$case/etc/dhcpcd.conf"
+echo "nameserver 192.0.2.53" >"$case/etc/resolv.conf"
+echo "5180 5200 5220 5240 5745 5765 5785 5805" >"$case/fakes/qv-get-freq-list/5.out"
+
+files=(/etc/network/interfaces /etc/resolv.conf /etc/wpa_supplicant/wpa_supplicant.conf
+       /etc/wpa_supplicant/wpa_supplicant_wired.conf /etc/dhcpcd.conf)
+exports=()
+for file in "${files[@]}"; do exports+=(--export "$file"); done
+
+echo "\$ qv-netconf set-config M /run/qv-case/config.json technician 'typed secret'"
+tests/e2e/sandbox.sh --tool build/qv-netconf --case "$case" --out "$work/out" "${exports[@]}" \
+  -- set-config M /run/qv-case/config.json technician 'typed secret'
+cat "$work/out/stdout"
+cat "$work/out/stderr" >&2
+for file in "${files[@]}"; do
+  echo
+  echo "==> $file ($(grep " $file\$" "$work/out/modes" | cut -d' ' -f1)) <=="
+  cat "$work/out/files$file"
+done
+exit "$(cat "$work/out/status")"

@@ -8,10 +8,13 @@ cd "$(dirname "$0")/.."
 seconds=${1:-30}
 shift || true
 
-# Seeds per target: fixture folders (and files) whose text the target parses.
+# Seeds per target: folders and files of real inputs whose text the target parses.
+F=tests/fixtures
 declare -A SEEDS=(
-  [probe_scans_fuzz]="ifconfig ethtool ip-link ipsec"
-  [report_readings_fuzz]="ifconfig route ipsec iwlist iwconfig"
+  [probe_scans_fuzz]="$F/ifconfig $F/ethtool $F/ip-link $F/ipsec"
+  [report_readings_fuzz]="$F/ifconfig $F/route $F/ipsec $F/iwlist $F/iwconfig"
+  [config_json_fuzz]="examples $(echo tests/e2e/cases/*/*/input)"
+  [credentials_fuzz]="$F/stored-passwords"
 )
 
 CC=clang CXX=clang++ cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQV_FUZZ=ON \
@@ -25,7 +28,8 @@ for target in "${targets[@]}"; do
   corpus=build-fuzz/corpus/$target
   mkdir -p "$corpus"
   for seed in ${SEEDS[$target]}; do
-    find "tests/fixtures/$seed" -type f -exec cp -t "$corpus" {} + 2>/dev/null || true
+    [ -e "$seed" ] || continue
+    find "$seed" -type f -exec cp --backup=numbered -t "$corpus" {} +
   done
   echo "== $target: ${seconds}s"
   "build-fuzz/tests/fuzz/$target" -max_total_time="$seconds" -print_final_stats=1 \

@@ -3,12 +3,17 @@
 #include <functional>
 #include <utility>
 
+#include "generate/generate_configs.h"
+#include "generate/wpa_conf.h"
 #include "link/autoconnect.h"
 #include "link/interface_values.h"
 #include "link/probes.h"
 #include "link/switching.h"
 #include "main/front_end.h"
 #include "main/usage.h"
+#include "settings/config_reader.h"
+#include "settings/network_settings.h"
+#include "settings/settings_dump.h"
 #include "wireless/access_point.h"
 #include "wireless/wifi_list.h"
 
@@ -17,6 +22,8 @@ namespace {
 using Operation = std::function<void(const std::vector<std::string>& args)>;
 
 constexpr std::size_t kPathPosition = 3;
+constexpr std::size_t kUserNamePosition = 4;
+constexpr std::size_t kPasswordPosition = 5;
 
 // Commands that work on config.json end the run when its path is missing.
 Operation withConfigPath(const Operation& operation) {
@@ -26,12 +33,41 @@ Operation withConfigPath(const Operation& operation) {
   };
 }
 
+// Reads config.json, writes the five network files and lists what was read.
+void regenerateFiles(const std::vector<std::string>& args) {
+  initConfig(args[kPathPosition], outputMode);
+  generateConfigs(outputMode);
+  printConfigJson(outputMode);
+}
+
+void setConfig(const std::vector<std::string>& args) {
+  Usage("set config files", outputMode);
+  if (args.size() > kUserNamePosition) {
+    ethernetPassThroughCredentials.userName = args[kUserNamePosition];
+  }
+  if (args.size() > kPasswordPosition) {
+    ethernetPassThroughCredentials.userPassword = args[kPasswordPosition];
+  }
+  regenerateFiles(args);
+}
+
+void setOpenWiredConfig(const std::vector<std::string>& args) {
+  Usage("set config files", outputMode);
+  openWiredConfig = true;
+  regenerateFiles(args);
+}
+
+void setWpaConfig(const std::vector<std::string>& args) {
+  initConfig(args[kPathPosition], outputMode);
+  generateWpaConf(outputMode);
+}
+
 // One row per command, in the order the commands are tested.
 const std::vector<std::pair<std::string, Operation>>& commandTable() {
   static const std::vector<std::pair<std::string, Operation>> table = {
-      {"set-config", withConfigPath([](const auto&) {})},
-      {"set-open-wired-config", withConfigPath([](const auto&) {})},
-      {"set-wpa-config", withConfigPath([](const auto&) {})},
+      {"set-config", withConfigPath(setConfig)},
+      {"set-open-wired-config", withConfigPath(setOpenWiredConfig)},
+      {"set-wpa-config", withConfigPath(setWpaConfig)},
       {"autoconnect", withConfigPath([](const auto& args) {
          Usage(autoconnect(args[kPathPosition], outputMode) ? "autoconnect complete"
                                                             : "autoconnect false",

@@ -1,0 +1,1 @@
+rm -f /etc/dhcpcd.conf

@@ -1,0 +1,3 @@
+rm -f /etc/resolv.conf
+mkdir /etc/resolv.conf
+rm -f /etc/wpa_supplicant/wpa_supplicant.conf /etc/wpa_supplicant/wpa_supplicant_wired.conf
