@@ -57,7 +57,7 @@ lab_remove_namespace() { # namespace
     # shellcheck disable=SC2086
     kill -TERM $pids 2>/dev/null
     wait_until 3 lab_namespace_empty "$1" || {
-      # shellcheck disable=SC2086
+      # shellcheck disable=SC2046
       kill -KILL $(ip netns pids "$1" 2>/dev/null) 2>/dev/null
       wait_until 2 lab_namespace_empty "$1"
     }
@@ -71,15 +71,6 @@ lab_remove_namespace() { # namespace
 lab_sandboxes_up() {
   kill -0 "$DEVICE_HOLDER" "$PEER_HOLDER" 2>/dev/null || return 0
   [ -e "$LAB_DIR/device.ready" ] && [ -e "$LAB_DIR/peer.ready" ]
-}
-
-# True when no process of that name runs in the device's namespace.
-lab_not_running() { # name
-  local pid
-  for pid in $(ip netns pids "$DEVICE_NS"); do
-    [ "$(cat "/proc/$pid/comm" 2>/dev/null)" = "$1" ] && return 1
-  done
-  return 0
 }
 
 lab_namespace_empty() { [ -z "$(ip netns pids "$1" 2>/dev/null)" ]; }
@@ -127,6 +118,15 @@ qv() {
   QV_OUT=${result%.*}
   QV_ERR=$(cat "$LAB_DIR/qv.err"; echo .)
   QV_ERR=${QV_ERR%.}
+}
+
+# True when no process of that name runs in the device's namespace.
+device_runs_no() { # name
+  local pid
+  for pid in $(ip netns pids "$DEVICE_NS"); do
+    [ "$(cat "/proc/$pid/comm" 2>/dev/null)" = "$1" ] && return 1
+  done
+  return 0
 }
 
 # Where the management application keeps config.json on the device.
