@@ -49,7 +49,7 @@ host_snapshot >"$LAB_ROOT/host-before"
 started=${EPOCHREALTIME/./}
 timeout --kill-after=5 "$DEADLINE" bash "$SCENARIO"
 status=$?
-[ $status = 124 ] && echo "lab: $(basename "$SCENARIO") did not finish within $DEADLINE s"
+case $status in 124 | 137) echo "lab: $(basename "$SCENARIO") did not finish within $DEADLINE s" ;; esac
 sweep
 host_snapshot >"$LAB_ROOT/host-after"
 if ! diff -u "$LAB_ROOT/host-before" "$LAB_ROOT/host-after"; then
