@@ -22,13 +22,17 @@ for package in "${PACKAGES[@]}"; do
 done
 [ ${#missing[@]} -eq 0 ] && exit 0
 
-# invoke-rc.d asks this script before starting a service; 101 means "not allowed". An existing
-# policy is the machine's own and is left as it is.
-if [ ! -e "$POLICY" ]; then
-  printf '#!/bin/sh\n# Installed by the device lab while it installs packages.\nexit 101\n' >"$POLICY"
-  chmod 755 "$POLICY"
-  trap 'rm -f "$POLICY"' EXIT
-fi
+# invoke-rc.d asks this script before starting a service; 101 means "not allowed". A policy the
+# machine already has is set aside for the install and put back afterwards.
+SAVED_POLICY=$POLICY.lab-saved
+[ -e "$POLICY" ] && mv "$POLICY" "$SAVED_POLICY"
+restore_policy() {
+  rm -f "$POLICY"
+  if [ -e "$SAVED_POLICY" ]; then mv "$SAVED_POLICY" "$POLICY"; fi
+}
+trap restore_policy EXIT
+printf '#!/bin/sh\n# Installed by the device lab while it installs packages.\nexit 101\n' >"$POLICY"
+chmod 755 "$POLICY"
 
 export DEBIAN_FRONTEND=noninteractive
 # Another install may hold the package database: wait for it rather than fail.
