@@ -15,6 +15,7 @@ declare -A SEEDS=(
   [report_readings_fuzz]="$F/ifconfig $F/route $F/ipsec $F/iwlist $F/iwconfig"
   [config_json_fuzz]="examples $(echo tests/e2e/cases/*/*/input)"
   [credentials_fuzz]="$F/stored-passwords"
+  [dhcpcd_fuzz]="$F/dhcpcd"
 )
 
 CC=clang CXX=clang++ cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQV_FUZZ=ON \
