@@ -1,10 +1,12 @@
 #!/bin/bash
-# Builds everything and runs every test: unit tests and the sandboxed end-to-end cases, the same
-# under AddressSanitizer/UndefinedBehaviorSanitizer, static analysis and a fuzzing smoke run; then
-# the Debian package for the board (arm64), with its unit tests run under emulation.
+# Builds everything and runs every test: unit tests, the sandboxed end-to-end cases and the device
+# lab (tests/lab, where the generated files drive the real daemons); the same under
+# AddressSanitizer/UndefinedBehaviorSanitizer, static analysis and a fuzzing smoke run; then the
+# Debian package for the board (arm64), with its unit tests run under emulation.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh
+tests/lab/setup.sh
 scripts/build.sh
 scripts/check-format.sh
 (cd build && ctest --output-on-failure -j "$(nproc)") | tee build/ctest.log

@@ -45,3 +45,35 @@ TEST(DhcpcdFile, StaticBlocksOnlyForEnabledStaticInterfaces) {
             "denyinterfaces wlan0\ninterface eth0\nstatic ip_address=10.0.0.5/24\n"
             "static routers=10.0.0.1\n");
 }
+
+TEST(DhcpcdFile, BothInterfacesOnDhcpLeaveOnlyTheHead) {
+  networkSettings settings;
+  settings.eth.enabled = true;
+  settings.wlan.enabled = true;
+  settings.dns.type = "static";
+  EXPECT_EQ(renderDhcpcdConf({"nodev", ""}, settings), "nodev\n\n");
+}
+
+// The same name-server line closes both static blocks, wireless first, even when it names none.
+TEST(DhcpcdFile, NameServerLineOfStaticDns) {
+  const std::pair<std::pair<const char*, const char*>, const char*> servers[] = {
+      {{"8.8.8.8", "8.8.4.4"}, "static domain_name_servers=8.8.8.8 8.8.4.4"},
+      {{"8.8.8.8", ""}, "static domain_name_servers=8.8.8.8 "},
+      {{"", "8.8.4.4"}, "static domain_name_servers=8.8.4.4"},
+      {{"", ""}, "static domain_name_servers="},
+  };
+  for (const auto& [dns, line] : servers) {
+    networkSettings settings;
+    settings.eth.enabled = true;
+    settings.eth.type = "static";
+    settings.wlan.enabled = true;
+    settings.wlan.type = "static";
+    settings.wlan.networkMask = "255.255.255.192";
+    settings.dns = {"static", dns.first, dns.second, "lan"};
+    const std::string nameServers = std::string(line) + "\n";
+    EXPECT_EQ(renderDhcpcdConf({}, settings),
+              "interface wlan0\nstatic ip_address=/0\nstatic routers=\n" + nameServers +
+                  "interface eth0\nstatic ip_address=/0\nstatic routers=\n" + nameServers)
+        << line;
+  }
+}

@@ -1,0 +1,1 @@
+rm -rf /etc/wpa_supplicant

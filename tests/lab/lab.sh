@@ -1,0 +1,236 @@
+# The device lab: a "device" and a "peer" machine, each a network namespace with its own mount
+# namespace, joined by veth pairs. The device sees eth0 and wlan0 (their other ends are eth0-peer
+# and wlan0-peer on the peer) and the TUN devices tun0 and ppp0. The built tool is installed on the
+# device as /usr/bin/qv-netconf and run there the way the management application runs it.
+#
+# Sourced by every scenario (run by run-scenario.sh, which sets LAB_TOOL, LAB_NAME and LAB_ROOT).
+# Checks do not stop the scenario: each prints "ok" or "FAIL", and lab_finish sums them up.
+
+LAB_HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+LAB_FILES=$LAB_HERE/files
+LAB_NAME=${LAB_NAME:-qvlab-$$-$(basename "$0" .sh)}
+DEVICE_NS=$LAB_NAME-dev
+PEER_NS=$LAB_NAME-peer
+LAB_PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin
+LAB_PASSED=0
+LAB_FAILED=0
+
+# --- bringing the lab up and down -------------------------------------------------------------
+
+lab_start() {
+  [ "$(id -u)" = 0 ] || lab_abort "the lab needs root (namespaces and mounts)"
+  [ -d /KQ ] || lab_abort "no mount point for the certificate store: run tests/lab/setup.sh"
+  LAB_DIR=$(mktemp -d "${LAB_ROOT:-/tmp}/qv-lab.XXXXXX")
+  trap lab_stop EXIT
+  trap 'exit 124' TERM INT
+  ip netns add "$DEVICE_NS" && ip netns add "$PEER_NS" || lab_abort "cannot add the namespaces"
+  local link
+  for link in eth0 wlan0; do
+    ip -n "$DEVICE_NS" link add "$link" type veth peer name "$link-peer" netns "$PEER_NS" ||
+      lab_abort "cannot add $link"
+  done
+  ip -n "$DEVICE_NS" tuntap add tun0 mode tun && ip -n "$DEVICE_NS" tuntap add ppp0 mode tun ||
+    lab_abort "cannot add the TUN devices"
+  lab_start_holder device "$DEVICE_NS"
+  DEVICE_HOLDER=$LAB_HOLDER
+  lab_start_holder peer "$PEER_NS"
+  PEER_HOLDER=$LAB_HOLDER
+  wait_until 10 lab_sandboxes_up && [ -e "$LAB_DIR/device.ready" ] && [ -e "$LAB_DIR/peer.ready" ] ||
+    lab_abort "the sandboxes did not come up: $(cat "$LAB_DIR"/*-holder.log)"
+  on_device cp "$LAB_TOOL" /usr/bin/qv-netconf
+  on_peer ip link set eth0-peer up
+  on_peer ip link set wlan0-peer up
+}
+
+# Starts the process that holds a sandbox's mount namespace; its PID lands in LAB_HOLDER.
+lab_start_holder() { # role namespace
+  ip netns exec "$2" unshare --mount --propagation private -- \
+    "$LAB_HERE/sandbox-inner.sh" "$1" "$LAB_DIR" >"$LAB_DIR/$1-holder.log" 2>&1 &
+  LAB_HOLDER=$!
+}
+
+# Ends every process of a namespace (TERM, then KILL after a bounded wait) and deletes it.
+lab_remove_namespace() { # namespace
+  local pids
+  pids=$(ip netns pids "$1" 2>/dev/null)
+  if [ -n "$pids" ]; then
+    # shellcheck disable=SC2086
+    kill -TERM $pids 2>/dev/null
+    wait_until 3 lab_namespace_empty "$1" || {
+      # shellcheck disable=SC2046
+      kill -KILL $(ip netns pids "$1" 2>/dev/null) 2>/dev/null
+      wait_until 2 lab_namespace_empty "$1"
+    }
+  fi
+  ip -n "$1" link del tun0 2>/dev/null
+  ip -n "$1" link del ppp0 2>/dev/null
+  ip netns del "$1" 2>/dev/null
+}
+
+# True once both holders are ready; a holder that died makes waiting pointless.
+lab_sandboxes_up() {
+  kill -0 "$DEVICE_HOLDER" "$PEER_HOLDER" 2>/dev/null || return 0
+  [ -e "$LAB_DIR/device.ready" ] && [ -e "$LAB_DIR/peer.ready" ]
+}
+
+lab_namespace_empty() { [ -z "$(ip netns pids "$1" 2>/dev/null)" ]; }
+
+lab_stop() {
+  trap - EXIT
+  lab_remove_namespace "$DEVICE_NS"
+  lab_remove_namespace "$PEER_NS"
+  wait 2>/dev/null
+  [ -n "${LAB_DIR:-}" ] && rm -rf "$LAB_DIR"
+}
+
+lab_abort() {
+  echo "lab: $*" >&2
+  exit 2
+}
+
+# --- running things on the two machines -------------------------------------------------------
+
+# Runs a command on the device (on the peer) with the clean environment of a system service.
+on_device() { lab_enter "$DEVICE_HOLDER" "$@"; }
+on_peer() { lab_enter "$PEER_HOLDER" "$@"; }
+
+lab_enter() { # holder command...
+  local holder=$1
+  shift
+  nsenter -t "$holder" -m -n --wd=/ -- env -i PATH="$LAB_PATH" HOME=/root LANG=C.UTF-8 "$@"
+}
+
+# Writes standard input to a file on one machine: put_file on_device|on_peer PATH.
+put_file() { "$1" sh -c 'mkdir -p "$(dirname "$1")" && cat >"$1"' put "$2"; }
+
+# Runs the tool on the device; its output lands in QV_OUT, QV_ERR and QV_STATUS. Both streams are
+# pipes, as for the management application (the supplicant's ifupdown hook reopens /dev/stderr,
+# which would truncate a file). The captured texts keep their trailing newlines.
+qv() {
+  local result
+  result=$(
+    on_device qv-netconf "$@" 2> >(cat >"$LAB_DIR/qv.err")
+    status=$?
+    wait $!
+    echo ".$status"
+  )
+  QV_STATUS=${result##*.}
+  QV_OUT=${result%.*}
+  QV_ERR=$(cat "$LAB_DIR/qv.err"; echo .)
+  QV_ERR=${QV_ERR%.}
+}
+
+# True when no process of that name runs in the device's namespace.
+device_runs_no() { # name
+  local pid
+  for pid in $(ip netns pids "$DEVICE_NS"); do
+    [ "$(cat "/proc/$pid/comm" 2>/dev/null)" = "$1" ] && return 1
+  done
+  return 0
+}
+
+# Where the management application keeps config.json on the device.
+LAB_CONFIG=/KQ/configuration/config.json
+
+# Writes config.json on the device from the members of its three objects (JSON text each).
+write_config() { # eth-members wlan-members dns-members
+  printf '{\n  "encoding": "UTF-8",\n  "network settings": {\n    "interfaces": {\n      "eth": {%s},\n      "wlan": {%s}\n    },\n    "DNS": {%s}\n  }\n}\n' \
+    "$1" "$2" "$3" | put_file on_device "$LAB_CONFIG"
+}
+
+# Polls a command every tenth of a second until it succeeds or the seconds run out.
+wait_until() { # seconds command...
+  local deadline=$((SECONDS + $1))
+  shift
+  until "$@" >/dev/null 2>&1; do
+    [ "$SECONDS" -lt "$deadline" ] || return 1
+    sleep 0.1
+  done
+}
+
+# --- expected replies ---------------------------------------------------------------------------
+# (Used as "$(...)", which drops the last line end: the caller writes it, where the tool does.)
+
+# What every accepted command prints first in console mode.
+CONSOLE_START=$'Valid arguments. Operation is going to start...\n'
+
+# ifdown --force of a static eth0 that is not up still deletes its default route, and ifupdown
+# sends ip's complaint to stdout: the line reaches the tool's output, as on the board.
+ROUTE_GONE=$'RTNETLINK answers: No such process\n'
+
+# The one-line object of an interface report in application mode.
+values_reply() { # ip netmask gateway type
+  printf '{"values":{ "ip address":"%s","netmask address":"%s","gateway address":"%s","type":"%s"}}' "$@"
+}
+
+# The four labelled lines of an interface report in console mode.
+values_lines() { # ip netmask gateway type
+  printf '%-18s%-12s\n' "Ip address: " "$1" "Netmask address: " "$2" "Gateway address: " "$3" "Type: " "$4"
+}
+
+# --- checks -----------------------------------------------------------------------------------
+
+pass() {
+  LAB_PASSED=$((LAB_PASSED + 1))
+  echo "ok   $1"
+}
+
+fail() { # description detail...
+  LAB_FAILED=$((LAB_FAILED + 1))
+  echo "FAIL $1"
+  shift
+  local line
+  for line in "$@"; do printf '       %s\n' "$line"; done
+}
+
+# The tool, run with ARGS, must print exactly EXPECTED on stdout, nothing on stderr, and end
+# with status 0.
+expect_reply() { lab_check_reply strict "$@"; }
+
+# The same for a command that runs the system's utilities: what they print on stderr is theirs, so
+# only stdout and the status are checked.
+expect_stdout() { lab_check_reply stdout "$@"; }
+
+lab_check_reply() { # strict|stdout description expected args...
+  local strictness=$1 description=$2 expected=$3
+  shift 3
+  qv "$@"
+  if [ "$QV_OUT" = "$expected" ] && [ "$QV_STATUS" = 0 ] &&
+    { [ "$strictness" = stdout ] || [ -z "$QV_ERR" ]; }; then
+    pass "$description"
+  else
+    fail "$description" "qv-netconf $*" "expected: $(printf '%s' "$expected" | cat -A)" \
+      "stdout:   $(printf '%s' "$QV_OUT" | cat -A)" "stderr:   $QV_ERR" "status:   $QV_STATUS"
+  fi
+}
+
+expect_same() { # description expected actual
+  if [ "$2" = "$3" ]; then pass "$1"; else fail "$1" "expected: $2" "actual:   $3"; fi
+}
+
+expect_match() { # description extended-regex actual
+  if [[ $3 =~ $2 ]]; then pass "$1"; else fail "$1" "expected to match: $2" "actual: $3"; fi
+}
+
+# The command must succeed (expect_ok) or fail (expect_fails); its output is shown otherwise.
+expect_ok() { # description command...
+  local description=$1 output
+  shift
+  if output=$("$@" 2>&1); then pass "$description"; else fail "$description" "$*" "$output"; fi
+}
+
+expect_fails() { # description command...
+  local description=$1 output
+  shift
+  if output=$("$@" 2>&1); then fail "$description" "$* succeeded" "$output"; else pass "$description"; fi
+}
+
+lab_finish() {
+  echo "$LAB_PASSED passed, $LAB_FAILED failed"
+  [ "$LAB_FAILED" = 0 ]
+}
+
+# shellcheck source=credentials.sh
+. "$LAB_HERE/credentials.sh"
+# shellcheck source=services.sh
+. "$LAB_HERE/services.sh"
