@@ -5,15 +5,6 @@
 #include "support/fake_shell.h"
 #include "support/fixtures.h"
 
-TEST(KeyDerivation, CommandsQuoteEveryArgument) {
-  FakeShell fake;
-  generatePsk("it's", "pass 'phrase' $x", silentMode);
-  generateHashWpaPassword("it's", silentMode);
-  EXPECT_EQ(fake.commands(),
-            (std::vector<std::string>{"wpa_passphrase 'it'\"'\"'s' 'pass '\"'\"'phrase'\"'\"' $x'",
-                                      "echo -n 'it'\"'\"'s' | iconv -t utf16le | openssl md4"}));
-}
-
 TEST(KeyDerivation, PskFromTheLastKeyLine) {
   EXPECT_EQ(pskFromPieces(splitPieces(fixture("wpa_passphrase/rpi-mt7601u-plain.txt"))),
             "7763537e8128e46f91200bab0a3d9adc08d701a0e1a555d0285fd1e10b185ab9");

@@ -18,8 +18,9 @@ mode_t modeOf(const std::string& path) {
 TEST(OutputFile, ExistingFilesAreTruncatedAndOnlySecretOnesTightened) {
   TempDir dir;
   const std::tuple<FileAccess, mode_t, mode_t> cases[] = {
-      {FileAccess::ownerOnly, 0644, 0600}, {FileAccess::ownerOnly, 0700, 0600},
-      {FileAccess::ownerOnly, 0400, 0400}, {FileAccess::everyone, 0755, 0755},
+      {FileAccess::ownerOnly, 0700, 0600},
+      {FileAccess::ownerOnly, 0400, 0400},
+      {FileAccess::everyone, 0755, 0755},
       {FileAccess::everyone, 0600, 0600},
   };
   for (const auto& [access, before, after] : cases) {
@@ -33,10 +34,4 @@ TEST(OutputFile, ExistingFilesAreTruncatedAndOnlySecretOnesTightened) {
     }
     EXPECT_EQ(dir.read("file"), "new\n");
   }
-}
-
-TEST(OutputFile, UnopenablePaths) {
-  TempDir dir;
-  EXPECT_FALSE(OutputFile(dir.path(), FileAccess::everyone).isOpen());
-  EXPECT_FALSE(OutputFile(dir.path() + "/missing/file", FileAccess::ownerOnly).isOpen());
 }

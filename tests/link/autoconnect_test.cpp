@@ -19,39 +19,31 @@ std::string enabled(const std::string& eth, const std::string& wlan) {
 
 }  // namespace
 
+// A shape the JSON library rejects gives no wishes at all; otherwise only a boolean true counts.
 TEST(LinkWishes, OnlyBooleanEnabledMembersCount) {
-  struct {
+  const struct {
     std::string json;
+    bool read;
     bool wired;
     bool wireless;
-  } const cases[] = {
-      {enabled("true", "false"), true, false},
-      {enabled("false", "true"), false, true},
-      {enabled("\"true\"", "1"), false, false},
-      {enabled("null", "{}"), false, false},
-      {R"({"network settings": {"interfaces": {"wlan": {"enabled": true}}}})", false, true},
-      {R"({"encoding": "latin1"})", false, false},
-      {"{}", false, false},
-      {"null", false, false},
+  } cases[] = {
+      {enabled("true", "false"), true, true, false},
+      {enabled("false", "true"), true, false, true},
+      {enabled("null", "{}"), true, false, false},
+      {R"({"network settings": {"interfaces": {"wlan": {"enabled": true}}}})", true, false, true},
+      {"null", true, false, false},
+      {"[true]", false, false, false},
+      {"5", false, false, false},
+      {R"("text")", false, false, false},
+      {R"({"network settings": {"interfaces": 5}})", false, false, false},
+      {R"({"network settings": {"interfaces": {"eth": [true]}}})", false, false, false},
+      {R"({"encoding": {"name": "UTF-8"}})", false, false, false},
   };
   for (const auto& c : cases) {
     const std::optional<LinkWishes> wishes = linkWishesOf(parsed(c.json));
-    ASSERT_TRUE(wishes.has_value()) << c.json;
+    ASSERT_EQ(wishes.has_value(), c.read) << c.json;
+    if (!c.read) continue;
     EXPECT_EQ(wishes->wired, c.wired) << c.json;
     EXPECT_EQ(wishes->wireless, c.wireless) << c.json;
   }
-}
-
-TEST(LinkWishes, ShapesTheJsonLibraryRejectsGiveNothing) {
-  const char* const cases[] = {
-      "[]",
-      "[true]",
-      "5",
-      R"("text")",
-      R"({"network settings": "x"})",
-      R"({"network settings": {"interfaces": 5}})",
-      R"({"network settings": {"interfaces": {"eth": [true]}}})",
-      R"({"encoding": {"name": "UTF-8"}})",
-  };
-  for (const char* json : cases) EXPECT_FALSE(linkWishesOf(parsed(json)).has_value()) << json;
 }

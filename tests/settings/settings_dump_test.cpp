@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <sstream>
 
 namespace {
@@ -43,17 +42,4 @@ TEST(SettingsDump, SecurityComparedExactly) {
   settings.wlan.security = "Personal";
   EXPECT_EQ(between(settings, "eth0 security: Enterprise\n", "Wlan settings:\n"), "");
   EXPECT_EQ(between(settings, "wlan0 hidden: 0\n", "wlan0 ip address: "), "");
-}
-
-TEST(SettingsDump, OnlyConsoleModePrints) {
-  settingsTab = networkSettings();
-  std::ostringstream console;
-  printConfigJson(consoleMode, console);
-  const std::string text = console.str();
-  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 23);
-  for (const UserMode mode : {applicationMode, silentMode}) {
-    std::ostringstream out;
-    printConfigJson(mode, out);
-    EXPECT_EQ(out.str(), "");
-  }
 }

@@ -23,24 +23,24 @@ TEST(SignalReading, DbmReadings) {
   for (const auto& c : cases) EXPECT_EQ(percentFromDbm(c.reading), c.percent) << c.reading;
 }
 
-TEST(SignalReading, QualityReadingsGiveTheWholePercentage) {
-  EXPECT_EQ(percentFromQuality("45/100"), 45);
-  EXPECT_EQ(percentFromQuality("69/100"), 69);
-  EXPECT_EQ(percentFromQuality("58/100"), 58);
-  EXPECT_EQ(percentFromQuality("70/70"), 100);
-  EXPECT_EQ(percentFromQuality("46/70"), 65);
-  EXPECT_EQ(percentFromQuality("45/100Noiselevel=0/100"), 45);
+TEST(SignalReading, QualityReadings) {
+  const struct {
+    const char* reading;
+    int percent;
+  } cases[] = {
+      {"70/70", 100},
+      {"46/70", 65},
+      {"45/100Noiselevel=0/100", 45},
+      {"0/0", 0},
+      {"", 0},
+      // Without "/" the whole text is both numbers.
+      {"16Noiselevel:0", 100},
+      {"0", 0},
+      {"5/0", INT_MAX},
+  };
+  for (const auto& c : cases) EXPECT_EQ(percentFromQuality(c.reading), c.percent) << c.reading;
   // Single-precision arithmetic loses one on several of these (53/100, 59/100).
   for (int n = 0; n <= 100; ++n) {
     EXPECT_EQ(percentFromQuality(std::to_string(n) + "/100"), n) << n << "/100";
   }
-}
-
-TEST(SignalReading, DegenerateQualityReadings) {
-  EXPECT_EQ(percentFromQuality("0/0"), 0);
-  EXPECT_EQ(percentFromQuality(""), 0);
-  // Without "/" the whole text is both numbers.
-  EXPECT_EQ(percentFromQuality("16Noiselevel:0"), 100);
-  EXPECT_EQ(percentFromQuality("0"), 0);
-  EXPECT_EQ(percentFromQuality("5/0"), INT_MAX);
 }
