@@ -17,6 +17,17 @@ void line(std::ostream& out, const char* label, const Value& value) {
   out << label << value << std::endl;
 }
 
+// The secret of an enterprise group: the certificate pair for "tls", the user password otherwise.
+template <typename Group>
+void secretLines(const std::string& device, const Group& group, std::ostream& out) {
+  if (group.authenticationMethod == kTls) {
+    line(out, (device + " pkcs12 certificate: ").c_str(), group.pkcs12Certificate);
+    line(out, (device + " pkcs12 password: ").c_str(), group.pkcs12Password);
+  } else {
+    line(out, (device + " user password: ").c_str(), group.userPassword);
+  }
+}
+
 void printEth(const ethSettings& eth, std::ostream& out) {
   line(out, "Ethernet settings:");
   line(out, "eth0 enabled: ", eth.enabled);
@@ -29,12 +40,7 @@ void printEth(const ethSettings& eth, std::ostream& out) {
   line(out, "eth0 user name: ", eth.userName);
   line(out, "eth0 authentication method: ", eth.authenticationMethod);
   line(out, "eth0 ca certificate: ", eth.caCertificate);
-  if (eth.authenticationMethod == kTls) {
-    line(out, "eth0 pkcs12 certificate: ", eth.pkcs12Certificate);
-    line(out, "eth0 pkcs12 password: ", eth.pkcs12Password);
-  } else {
-    line(out, "eth0 user password: ", eth.userPassword);
-  }
+  secretLines("eth0", eth, out);
   line(out, "eth0 fallback: ", eth.fallback);
 }
 
@@ -54,12 +60,7 @@ void printWlan(const wlanSettings& wlan, std::ostream& out) {
     line(out, "wlan0 pairwise: ", wlan.encryption);
     line(out, "wlan0 authentication method: ", wlan.authenticationMethod);
     line(out, "wlan0 ca certificate: ", wlan.caCertificate);
-    if (wlan.authenticationMethod == kTls) {
-      line(out, "wlan0 pkcs12 certificate: ", wlan.pkcs12Certificate);
-      line(out, "wlan0 pkcs12 password: ", wlan.pkcs12Password);
-    } else {
-      line(out, "wlan0 user password: ", wlan.userPassword);
-    }
+    secretLines("wlan0", wlan, out);
   }
   line(out, "wlan0 ip address: ", wlan.ipAddress);
   line(out, "wlan0 network mask: ", wlan.networkMask);
