@@ -13,6 +13,8 @@ PACKAGES=(
   # sanitizer, fuzzing and static analysis runs
   clang libclang-rt-14-dev clang-tidy cppcheck
   libjsoncpp-dev libcrypto++-dev libgtest-dev
+  # the parser microbenchmarks (bench/micro)
+  libbenchmark-dev
   # what the sandboxed tests run for real: the key derivation utilities, overlays and namespaces
   wpasupplicant openssl util-linux iproute2 net-tools ethtool
   # the manual page is checked for groff warnings
