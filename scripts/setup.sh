@@ -45,6 +45,7 @@ if [ ${#missing[@]} -gt 0 ]; then
   update_index
   apt-get install -y --no-install-recommends "${missing[@]}"
 fi
+scripts/fetch-jsoncpp.sh
 [ -n "$PACKAGING_ARCH" ] || exit 0
 
 tools=(debhelper lintian)
