@@ -8,7 +8,7 @@ cd "$(dirname "$0")/../.."
 build=${QV_BENCH_BUILD_DIR:-build-bench}
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
-if ! { cmake -S . -B "$build" -DQV_BENCH=ON -DCMAKE_BUILD_TYPE=Release -DQV_BUILD_TESTS=OFF &&
+if ! { cmake -S . -B "$build" -DQV_BENCH=ON -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQV_BUILD_TESTS=OFF &&
   cmake --build "$build" -j2 --target qv-parser-bench; } >"$log" 2>&1; then
   cat "$log"
   exit 1
