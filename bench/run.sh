@@ -1,12 +1,13 @@
 #!/bin/bash
 # The wall-time benchmark: the tool against a floor program per command (bench/floor), with
 # instant fake utilities, inside the sandbox (nothing on this machine is touched).
-#   bench/run.sh [--rounds N] [--arch arm64] [--configure "CMAKE ARG..."] [--expected]
+#   bench/run.sh [--rounds N] [--arch arm64] [--configure CMAKE_ARG]... [--expected]
 # --arch arm64 cross-builds the tool and the floors and runs both under qemu-user (the shells and
 # fakes they start run natively): only the ratios mean something there. --expected refreshes
 # device/expected (the texts the floors print and write) from the tool, for review. --configure
-# builds the tool with other CMake settings, in build-bench-custom (to weigh a build lever:
-# "-DQV_STATIC_TOOL=OFF -DQV_JSONCPP_SOURCE_DIR=" is the dynamically linked tool).
+# builds the tool with other CMake settings, in build-bench-custom, to weigh a build lever
+# ("--configure -DQV_STATIC_TOOL=OFF --configure -DQV_JSONCPP_SOURCE_DIR=" is the dynamically
+# linked tool).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 ROUNDS=200 ARCH= EXPECTED= CUSTOM=()
@@ -15,7 +16,7 @@ while [ $# -gt 0 ]; do
     --rounds) ROUNDS=$2; shift 2 ;;
     --arch) ARCH=$2; shift 2 ;;
     --expected) EXPECTED=1; shift ;;
-    --configure) read -ra CUSTOM <<<"$2"; shift 2 ;;
+    --configure) CUSTOM+=("$2"); shift 2 ;;
     *) echo "run.sh: unknown option $1" >&2; exit 2 ;;
   esac
 done

@@ -35,6 +35,8 @@ if git rev-parse --is-inside-work-tree >/dev/null 2>&1; then
 else
   tar --exclude=./out --exclude='./build*' -cf - . | tar -xf - -C "$SRC"
 fi
+# The JSON library's Debian source is fetched by setup, not tracked (scripts/fetch-jsoncpp.sh).
+cp -a third_party "$SRC/"
 
 version=$(dpkg-parsechangelog -l "$SRC/debian/changelog" -S Version)
 project_version=$(sed -n 's/^project(qv-netconf VERSION \([^ ]*\) .*/\1/p' "$SRC/CMakeLists.txt")
