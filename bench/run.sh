@@ -1,21 +1,23 @@
 #!/bin/bash
 # The wall-time benchmark: the tool against a floor program per command (bench/floor), with
 # instant fake utilities, inside the sandbox (nothing on this machine is touched).
-#   bench/run.sh [--rounds N] [--arch arm64] [--configure CMAKE_ARG]... [--expected]
+#   bench/run.sh [--rounds N] [--arch arm64] [--configure CMAKE_ARG]... [--instructions]
+#                [--expected]
 # --arch arm64 cross-builds the tool and the floors and runs both under qemu-user (the shells and
 # fakes they start run natively): only the ratios mean something there. --expected refreshes
 # device/expected (the texts the floors print and write) from the tool, for review. --configure
 # builds the tool with other CMake settings, in build-bench-custom, to weigh a build lever
 # ("--configure -DQV_STATIC_TOOL=OFF --configure -DQV_JSONCPP_SOURCE_DIR=" is the dynamically
-# linked tool).
+# linked tool). --instructions counts instructions (callgrind) instead of timing.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-ROUNDS=200 ARCH= EXPECTED= CUSTOM=()
+ROUNDS=200 ARCH= EXPECTED= CUSTOM=() INSTRUCTIONS=
 while [ $# -gt 0 ]; do
   case $1 in
     --rounds) ROUNDS=$2; shift 2 ;;
     --arch) ARCH=$2; shift 2 ;;
     --expected) EXPECTED=1; shift ;;
+    --instructions) INSTRUCTIONS=1; shift ;;
     --configure) CUSTOM+=("$2"); shift 2 ;;
     *) echo "run.sh: unknown option $1" >&2; exit 2 ;;
   esac
@@ -69,6 +71,14 @@ if [ -n "$EXPECTED" ]; then
   cp -r "$work/out/files/etc/." bench/device/expected/etc/
   echo "bench/device/expected refreshed; review it with git diff."
   exit 0
+fi
+
+if [ -n "$INSTRUCTIONS" ]; then
+  "${in_sandbox[@]}" -- "$work/fakes" "$PWD/bench/device/canned" \
+    "$PWD/bench/instructions.sh" "$tool" "$floors" "${COMMANDS[@]}"
+  cat "$work/out/stdout"
+  cat "$work/out/stderr" >&2
+  exit "$(cat "$work/out/status")"
 fi
 
 compare=()

@@ -264,9 +264,12 @@ int main(int argc, char** argv) {
     const double toolPeak = median(toolRss, rounds), floorPeak = median(floorRss, rounds);
     const double ratio = toolWall / floorWall;
     const int met = ratio <= kWallTarget && toolPeak - floorPeak <= (double)kRssTargetKib;
-    missed += !met;
+    /* Under an emulator the peak RSS is the emulator's and the times are mostly translation:
+     * the targets are for the board itself. */
+    const char* verdict = emulatorWords > 0 ? "n/a (emulated)" : met ? "met" : "**missed**";
+    missed += emulatorWords == 0 && !met;
     printf("| `%s` | %.3f | %.3f | %.3f | %.0f | %.0f | %+.0f | %s |\n", line, toolWall, floorWall,
-           ratio, toolPeak, floorPeak, toolPeak - floorPeak, met ? "met" : "**missed**");
+           ratio, toolPeak, floorPeak, toolPeak - floorPeak, verdict);
     fflush(stdout);
   }
   printf(

@@ -15,6 +15,8 @@ PACKAGES=(
   libjsoncpp-dev libcrypto++-dev libgtest-dev
   # the parser microbenchmarks (bench/micro)
   libbenchmark-dev
+  # the benchmark's instruction counts
+  valgrind
   # what the sandboxed tests run for real: the key derivation utilities, overlays and namespaces
   wpasupplicant openssl util-linux iproute2 net-tools ethtool
   # the manual page is checked for groff warnings
