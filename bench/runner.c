@@ -85,14 +85,19 @@ static double nowMs(void) {
   return (double)now.tv_sec * 1e3 + (double)now.tv_nsec / 1e6;
 }
 
-/* Runs program with args (under the emulator, if any); keeps stdout when `keep`. */
-static Run runOnce(const char* program, char** args, int keep) {
-  char* argv[2 * kMaxWords + 1];
+/* The program's argv: under the emulator, if any. */
+static void commandLine(const char* program, char** args, char** argv) {
   int argc = 0;
   for (int i = 0; i < emulatorWords; ++i) argv[argc++] = emulator[i];
   argv[argc++] = (char*)program;
   for (int i = 0; args[i] != NULL; ++i) argv[argc++] = args[i];
   argv[argc] = NULL;
+}
+
+/* Runs program with args (under the emulator, if any); keeps stdout when `keep`. */
+static Run runOnce(const char* program, char** args, int keep) {
+  char* argv[2 * kMaxWords + 1];
+  commandLine(program, args, argv);
 
   Run run = {0};
   int pipeEnds[2];
@@ -148,11 +153,7 @@ static long highWaterKib(pid_t pid) {
 /* The process's own peak RSS: stopped as it exits (its children are not traced). */
 static long ownPeakRss(const char* program, char** args) {
   char* argv[2 * kMaxWords + 1];
-  int argc = 0;
-  for (int i = 0; i < emulatorWords; ++i) argv[argc++] = emulator[i];
-  argv[argc++] = (char*)program;
-  for (int i = 0; args[i] != NULL; ++i) argv[argc++] = args[i];
-  argv[argc] = NULL;
+  commandLine(program, args, argv);
   const pid_t pid = fork();
   if (pid < 0) die("fork");
   if (pid == 0) {
