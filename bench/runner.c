@@ -296,8 +296,8 @@ int main(int argc, char** argv) {
   if (!toolMs || !floorMs || !toolRss || !floorRss) die("calloc");
   for (int scenario = arg + 2; scenario < argc; ++scenario) {
     char* args[kMaxWords + 1];
-    char* line = strdup(argv[scenario]);
-    splitWords(strdup(argv[scenario]), args, kMaxWords);
+    const char* line = argv[scenario];
+    splitWords(strdup(line), args, kMaxWords);
     char floor[4096];
     snprintf(floor, sizeof floor, "%s/%s", floorDir, args[0]);
 

@@ -9,6 +9,11 @@
 set(QV_JSONCPP_SOURCE_DIR ${PROJECT_SOURCE_DIR}/third_party/jsoncpp
     CACHE PATH "Debian's source of the JSON library, built as a static library when present")
 set(QV_JSONCPP_LIB ${QV_JSONCPP_SOURCE_DIR}/src/lib_json)
+if(EXISTS ${QV_JSONCPP_LIB}/json_value.cpp)
+  set(QV_JSONCPP_FETCHED ON)
+else()
+  set(QV_JSONCPP_FETCHED OFF)
+endif()
 pkg_check_modules(CRYPTOPP REQUIRED IMPORTED_TARGET libcrypto++)
 find_library(QV_CRYPTOPP_ARCHIVE NAMES libcrypto++.a libcryptopp.a
              HINTS ${CRYPTOPP_LIBRARY_DIRS} ${CRYPTOPP_LIBDIR})
@@ -16,7 +21,7 @@ find_library(QV_CRYPTOPP_ARCHIVE NAMES libcrypto++.a libcryptopp.a
 # Sanitizer runtimes cannot be linked statically.
 set(QV_STATIC_LINK OFF)
 if(QV_STATIC_TOOL AND NOT QV_SANITIZE AND NOT QV_FUZZ)
-  if(EXISTS ${QV_JSONCPP_LIB}/json_value.cpp AND QV_CRYPTOPP_ARCHIVE)
+  if(QV_JSONCPP_FETCHED AND QV_CRYPTOPP_ARCHIVE)
     set(QV_STATIC_LINK ON)
   else()
     message(WARNING "No static JSON or cipher library (run scripts/fetch-jsoncpp.sh): "
@@ -33,7 +38,7 @@ if(QV_STATIC_LINK)
   set(CMAKE_INTERPROCEDURAL_OPTIMIZATION ${QV_LTO_SUPPORTED})
 endif()
 
-if(EXISTS ${QV_JSONCPP_LIB}/json_value.cpp)
+if(QV_JSONCPP_FETCHED)
   add_library(qv_jsoncpp STATIC ${QV_JSONCPP_LIB}/json_reader.cpp ${QV_JSONCPP_LIB}/json_value.cpp
                                 ${QV_JSONCPP_LIB}/json_writer.cpp)
   target_include_directories(qv_jsoncpp SYSTEM PUBLIC ${QV_JSONCPP_SOURCE_DIR}/include)
