@@ -6,7 +6,9 @@
 
 #include <fcntl.h>
 #include <stdio.h>
+#include <stdlib.h>
 #include <string.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -36,14 +38,30 @@ static inline int keepLastMatch(const char* piece, void* context) {
   return 1;
 }
 
+/* A durable replacement: a temporary file beside the target, written, synced and renamed over
+ * it, then the directory synced. */
 static inline void writeFile(const char* path, const char* text, mode_t mode) {
-  const int fd = open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode);
+  char temporary[256];
+  snprintf(temporary, sizeof temporary, "%s.floor-XXXXXX", path);
+  const int fd = mkostemp(temporary, O_CLOEXEC);
   if (fd < 0) return;
-  /* Keys and hashes: nobody else may read the file, even if an older copy was readable. */
-  if (mode == 0600) fchmod(fd, mode);
+  fchmod(fd, mode);
   const size_t size = strlen(text);
-  if (write(fd, text, size) != (ssize_t)size) perror(path);
+  if (write(fd, text, size) != (ssize_t)size || fsync(fd) != 0) perror(path);
   close(fd);
+  if (rename(temporary, path) != 0) perror(path);
+  char directory[256];
+  snprintf(directory, sizeof directory, "%s", path);
+  *strrchr(directory, '/') = '\0';
+  const int dirFd = open(directory, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (dirFd >= 0 && fsync(dirFd) != 0) perror(directory);
+  if (dirFd >= 0) close(dirFd);
+}
+
+/* The writing runs are serialised: one lock, held to the end. */
+static inline void lockWriters(void) {
+  const int fd = open("/run/qv-netconf.lock", O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+  if (fd >= 0) flock(fd, LOCK_EX);
 }
 
 /* The probe behind is-wlan0-connected: the last line naming wlan0 says UP. */

@@ -12,6 +12,7 @@ static void readFile(const char* path) {
 /* Rendering the files is the tool's own work; the floor writes the texts it must write. */
 int main(int argc, char** argv) {
   if (argc < 4) return 1;
+  lockWriters();
   readFile(argv[3]);
   writeFile("/etc/network/interfaces", kInterfacesFile, 0644);
   writeFile("/etc/resolv.conf", kResolvFile, 0644);

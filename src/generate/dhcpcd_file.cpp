@@ -7,7 +7,7 @@
 #include <fstream>
 
 #include "common/pieces.h"
-#include "generate/output_file.h"
+#include "generate/generated_file.h"
 
 const char* const kDhcpcdPath = "/etc/dhcpcd.conf";
 
@@ -87,12 +87,10 @@ void generateDhcpcdConf(UserMode mode, std::ostream& out, std::ostream& err) {
     if (!in.is_open()) fail("Error: Reading from /etc/dhcpcd.conf incompleted.", mode, err);
     head = keptHead(in);
   }
-  {
-    OutputFile file(kDhcpcdPath, FileAccess::everyone);
-    // Fatal despite the word "Warning".
-    if (!file.isOpen()) fail("Warning! Append /etc/dhcpcd.conf incompleted.", mode, err);
-    file.write(renderDhcpcdConf(head, settingsTab));
-  }
+  FileReplacement file(kDhcpcdPath, FileAccess::everyone);
+  // Fatal despite the word "Warning".
+  if (!file.isOpen()) fail("Warning! Append /etc/dhcpcd.conf incompleted.", mode, err);
+  commitGeneratedFile(file, kDhcpcdPath, renderDhcpcdConf(head, settingsTab), mode, err);
   if (mode == consoleMode) {
     out << "Putting settings to " << kDhcpcdPath << " file completed." << std::endl;
   }

@@ -5,6 +5,7 @@
 
 #include "generate/generate_configs.h"
 #include "generate/wpa_conf.h"
+#include "generate/writer_lock.h"
 #include "link/autoconnect.h"
 #include "link/interface_values.h"
 #include "link/probes.h"
@@ -35,6 +36,7 @@ Operation withConfigPath(const Operation& operation) {
 
 // Reads config.json, writes the five network files and lists what was read.
 void regenerateFiles(const std::vector<std::string>& args) {
+  lockNetworkFiles();
   initConfig(args[kPathPosition], outputMode);
   generateConfigs(outputMode);
   printConfigJson(outputMode);
@@ -58,6 +60,7 @@ void setOpenWiredConfig(const std::vector<std::string>& args) {
 }
 
 void setWpaConfig(const std::vector<std::string>& args) {
+  lockNetworkFiles();
   initConfig(args[kPathPosition], outputMode);
   generateWpaConf(outputMode);
 }

@@ -36,7 +36,8 @@ if [ "${1:-}" = --inner ]; then
 
   for name in "${FAKED_UTILITIES[@]}"; do ln -sf "$HERE/fake-utility" "$W/bin/$name"; done
   ln -sf "$HERE/fake-sudo" "$W/bin/sudo"
-  ln -sf "$HERE/fake-utility" "$FREQ_LIST_UTILITY"
+  # A copy, not a link: a case that rewrites the utility must not reach this tree through it.
+  cp "$HERE/fake-utility" "$FREQ_LIST_UTILITY"
   mkdir -p /run/qv-case
   if [ -n "$CASE" ]; then
     if [ -d "$CASE/fakes" ]; then

@@ -1,0 +1,201 @@
+#include "generate/file_replacement.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+constexpr mode_t kEveryoneMode = 0644;
+constexpr mode_t kOwnerOnlyMode = 0600;
+constexpr mode_t kPermissionBits = 07777;
+constexpr int kMaxLinkHops = 40;
+constexpr const char* kTemporaryMark = ".qv-netconf.";
+
+// --- temporary files that must not outlive the run ---------------------------------------------
+
+// Plain storage, so that a signal handler may read it.
+char pendingTemporary[PATH_MAX];
+
+void removePendingTemporary() {
+  if (pendingTemporary[0] != '\0') ::unlink(pendingTemporary);
+  pendingTemporary[0] = '\0';
+}
+
+extern "C" void removeTemporaryAndDie(int signal) {
+  removePendingTemporary();
+  // SA_RESETHAND has restored the default action: die of the same signal.
+  ::raise(signal);
+}
+
+// exit() (a fatal message elsewhere) and the terminating signals a run may receive remove the
+// temporary file. Signals that were ignored when the run started stay ignored.
+void armCleanup() {
+  static bool armed = false;
+  if (armed) return;
+  armed = true;
+  std::atexit(removePendingTemporary);
+  const int signals[] = {SIGHUP,  SIGINT,  SIGQUIT, SIGTERM, SIGPIPE, SIGALRM,
+                         SIGUSR1, SIGUSR2, SIGABRT, SIGXCPU, SIGXFSZ};
+  for (const int signal : signals) {
+    struct sigaction current;
+    if (::sigaction(signal, nullptr, &current) != 0 || current.sa_handler == SIG_IGN) continue;
+    struct sigaction action = {};
+    action.sa_handler = removeTemporaryAndDie;
+    action.sa_flags = SA_RESETHAND | SA_NODEFER;
+    sigemptyset(&action.sa_mask);
+    ::sigaction(signal, &action, nullptr);
+  }
+}
+
+// --- paths ----------------------------------------------------------------------------------
+
+std::string directoryOf(const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  if (slash == std::string::npos) return ".";
+  return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+// Where writing `path` lands: symbolic links followed (a resolver file is often a link into
+// /run), the last one possibly dangling. A loop is left to the checks to fail on.
+std::string followLinks(std::string path) {
+  char link[PATH_MAX];
+  for (int hop = 0; hop < kMaxLinkHops; ++hop) {
+    const ssize_t size = ::readlink(path.c_str(), link, sizeof link - 1);
+    if (size < 0) break;
+    const std::string next(link, static_cast<std::size_t>(size));
+    path = next.front() == '/' ? next : directoryOf(path) + "/" + next;
+  }
+  return path;
+}
+
+// --- writing --------------------------------------------------------------------------------
+
+int writeAll(int fd, const std::string& text) {
+  std::size_t done = 0;
+  while (done < text.size()) {
+    const ssize_t written = ::write(fd, text.data() + done, text.size() - done);
+    if (written < 0) {
+      if (errno == EINTR) continue;
+      return errno;
+    }
+    done += static_cast<std::size_t>(written);
+  }
+  return 0;
+}
+
+int syncAndClose(int fd) {
+  int error = ::fsync(fd) == 0 ? 0 : errno;
+  if (::close(fd) != 0 && error == 0) error = errno;
+  return error;
+}
+
+// The rename is durable only once the directory entry is on the medium.
+int syncDirectory(const std::string& directory) {
+  const int fd = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (fd < 0) return errno;
+  int error = syncAndClose(fd);
+  // A file system that cannot sync a directory has nothing more to make durable.
+  return error == EINVAL ? 0 : error;
+}
+
+mode_t currentUmask() {
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  return mask;
+}
+
+}  // namespace
+
+mode_t replacementMode(bool exists, mode_t existing, FileAccess access, mode_t umask) {
+  const bool secret = access == FileAccess::ownerOnly;
+  if (!exists) return (secret ? kOwnerOnlyMode : kEveryoneMode) & ~umask & kPermissionBits;
+  existing &= kPermissionBits;
+  // The file holds keys, hashes or a password in clear: nobody else may read it, even if an
+  // older copy was readable.
+  if (secret && (existing & ~kOwnerOnlyMode) != 0) return kOwnerOnlyMode;
+  return existing;
+}
+
+FileReplacement::FileReplacement(const std::string& path, FileAccess access)
+    : target_(followLinks(path)), directory_(directoryOf(target_)), access_(access) {
+  struct stat status;
+  const bool exists = ::stat(target_.c_str(), &status) == 0;
+  // Exactly where opening the file for writing would fail, nothing is done at all.
+  if (exists && (S_ISDIR(status.st_mode) || ::access(target_.c_str(), W_OK) != 0)) return;
+  if (!exists && errno != ENOENT) return;
+
+  std::string name = target_.substr(directory_.size() + (directory_ == "/" ? 0 : 1));
+  std::string temporary = directory_ + "/." + name + kTemporaryMark + "XXXXXX";
+  armCleanup();
+  temporaryFd_ = ::mkostemp(&temporary[0], O_CLOEXEC);
+  if (temporaryFd_ < 0) {
+    // The directory takes no new file, but the file itself may still be written in place.
+    open_ = exists;
+    return;
+  }
+  temporary_ = temporary;
+  std::snprintf(pendingTemporary, sizeof pendingTemporary, "%s", temporary_.c_str());
+  // Born with its final owner and mode, so a secret is never readable by others. Where the owner
+  // cannot be kept, the file is rewritten in place, which keeps it.
+  if (exists && ::fchown(temporaryFd_, status.st_uid, status.st_gid) != 0) {
+    ::close(temporaryFd_);
+    temporaryFd_ = -1;
+    removePendingTemporary();
+    temporary_.clear();
+    open_ = true;
+    return;
+  }
+  ::fchmod(temporaryFd_,
+           replacementMode(exists, exists ? status.st_mode : 0, access, currentUmask()));
+  open_ = true;
+}
+
+FileReplacement::~FileReplacement() {
+  if (temporaryFd_ >= 0) ::close(temporaryFd_);
+  if (!temporary_.empty()) removePendingTemporary();
+}
+
+int FileReplacement::commit(const std::string& text) {
+  if (temporary_.empty()) return writeInPlace(text);
+  int error = writeAll(temporaryFd_, text);
+  const int closeError = syncAndClose(temporaryFd_);
+  temporaryFd_ = -1;
+  if (error == 0) error = closeError;
+  if (error == 0 && ::rename(temporary_.c_str(), target_.c_str()) != 0) error = errno;
+  if (error == EBUSY || error == EXDEV) {
+    // A mount point of its own (a bind-mounted resolver file): only writing in place reaches it.
+    removePendingTemporary();
+    temporary_.clear();
+    return writeInPlace(text);
+  }
+  if (error != 0) return error;
+  pendingTemporary[0] = '\0';
+  temporary_.clear();
+  return syncDirectory(directory_);
+}
+
+int FileReplacement::writeInPlace(const std::string& text) {
+  const int fd = ::open(target_.c_str(), O_WRONLY | O_CLOEXEC);
+  if (fd < 0) return errno;
+  struct stat status;
+  if (::fstat(fd, &status) == 0) {
+    const mode_t mode = replacementMode(true, status.st_mode, access_, 0);
+    if (mode != (status.st_mode & kPermissionBits)) ::fchmod(fd, mode);
+  }
+  // Claim the space first: a full medium then fails the run before the old content is touched.
+  int error = ::posix_fallocate(fd, 0, static_cast<off_t>(text.size()));
+  if (error == EOPNOTSUPP || error == EINVAL) error = 0;
+  if (error == 0 && ::lseek(fd, 0, SEEK_SET) != 0) error = errno;
+  if (error == 0) error = writeAll(fd, text);
+  if (error == 0 && ::ftruncate(fd, static_cast<off_t>(text.size())) != 0) error = errno;
+  const int closeError = syncAndClose(fd);
+  return error != 0 ? error : closeError;
+}

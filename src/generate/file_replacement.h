@@ -1,0 +1,46 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+
+// Who may read a generated file.
+enum class FileAccess {
+  everyone,   // created 0644
+  ownerOnly,  // created 0600; an existing file with looser bits is tightened to 0600
+};
+
+// The permission bits a generated file gets: an existing file keeps its own (a secret one loses
+// any bit beyond 0600, and then has exactly 0600); a new one gets 0644 or 0600 less the umask.
+mode_t replacementMode(bool exists, mode_t existing, FileAccess access, mode_t umask);
+
+// The whole new content of one generated file, put in place at once: written to a temporary file
+// beside the target, synced, renamed over it, and the directory synced. A symbolic link is
+// followed and stays a link. Where a rename cannot work (the target is a mount point of its own,
+// or its directory cannot take a new file) the target is rewritten in place instead. Until
+// commit() succeeds the target is untouched; the temporary file never outlives the run, whether
+// it ends normally, through exit() or by a signal it can catch.
+class FileReplacement {
+ public:
+  FileReplacement(const std::string& path, FileAccess access);
+  ~FileReplacement();
+  FileReplacement(const FileReplacement&) = delete;
+  FileReplacement& operator=(const FileReplacement&) = delete;
+
+  // False when the file could not be opened for writing as it stands (a missing directory, a
+  // directory in its place, a read-only file): nothing was created.
+  bool isOpen() const { return open_; }
+  // Puts `text` in place; 0, or the errno of the write, sync, close or rename that failed, in
+  // which case the target keeps its previous content.
+  int commit(const std::string& text);
+
+ private:
+  int writeInPlace(const std::string& text);
+
+  std::string target_;
+  std::string directory_;
+  std::string temporary_;
+  int temporaryFd_ = -1;
+  bool open_ = false;
+  FileAccess access_;
+};

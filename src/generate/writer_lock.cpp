@@ -1,0 +1,21 @@
+#include "generate/writer_lock.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace {
+
+constexpr const char* kWriterLockPath = "/run/qv-netconf.lock";
+
+}  // namespace
+
+void lockNetworkFiles() {
+  // Close-on-exec: a utility started by this run must not hold the lock after it.
+  const int fd = ::open(kWriterLockPath, O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+  if (fd < 0) return;
+  while (::flock(fd, LOCK_EX) != 0 && errno == EINTR) continue;
+  // The descriptor stays open until the process ends, and the lock with it.
+}
