@@ -2,13 +2,14 @@
 # The wall-time benchmark: the tool against a floor program per command (bench/floor), with
 # instant fake utilities, inside the sandbox (nothing on this machine is touched).
 #   bench/run.sh [--rounds N] [--arch arm64] [--configure CMAKE_ARG]... [--instructions]
-#                [--expected]
+#                [--expected] [--disk]
 # --arch arm64 cross-builds the tool and the floors and runs both under qemu-user (the shells and
 # fakes they start run natively): only the ratios mean something there. --expected refreshes
 # device/expected (the texts the floors print and write) from the tool, for review. --configure
 # builds the tool with other CMake settings, in build-bench-custom, to weigh a build lever
 # ("--configure -DQV_STATIC_TOOL=OFF --configure -DQV_JSONCPP_SOURCE_DIR=" is the dynamically
-# linked tool). --instructions counts instructions (callgrind) instead of timing.
+# linked tool). --instructions counts instructions (callgrind) instead of timing. --disk puts the
+# sandbox's /etc on this machine's disk instead of tmpfs, where the syncs of set-config cost time.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 ROUNDS=200 ARCH= EXPECTED= CUSTOM=() INSTRUCTIONS=
@@ -18,6 +19,7 @@ while [ $# -gt 0 ]; do
     --arch) ARCH=$2; shift 2 ;;
     --expected) EXPECTED=1; shift ;;
     --instructions) INSTRUCTIONS=1; shift ;;
+    --disk) export QV_SANDBOX_DISK=1; shift ;;
     --configure) CUSTOM+=("$2"); shift 2 ;;
     *) echo "run.sh: unknown option $1" >&2; exit 2 ;;
   esac

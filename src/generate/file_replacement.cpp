@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <climits>
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -32,7 +31,7 @@ void removePendingTemporary() {
 extern "C" void removeTemporaryAndDie(int signal) {
   removePendingTemporary();
   // SA_RESETHAND has restored the default action: die of the same signal.
-  ::raise(signal);
+  if (::raise(signal) != 0) ::_exit(1);
 }
 
 // exit() (a fatal message elsewhere) and the terminating signals a run may receive remove the
@@ -41,7 +40,7 @@ void armCleanup() {
   static bool armed = false;
   if (armed) return;
   armed = true;
-  std::atexit(removePendingTemporary);
+  if (std::atexit(removePendingTemporary) != 0) return;
   const int signals[] = {SIGHUP,  SIGINT,  SIGQUIT, SIGTERM, SIGPIPE, SIGALRM,
                          SIGUSR1, SIGUSR2, SIGABRT, SIGXCPU, SIGXFSZ};
   for (const int signal : signals) {
@@ -71,7 +70,7 @@ std::string followLinks(std::string path) {
     const ssize_t size = ::readlink(path.c_str(), link, sizeof link - 1);
     if (size < 0) break;
     const std::string next(link, static_cast<std::size_t>(size));
-    path = next.front() == '/' ? next : directoryOf(path) + "/" + next;
+    path = next.front() == '/' ? next : directoryOf(path).append("/").append(next);
   }
   return path;
 }
@@ -142,7 +141,7 @@ FileReplacement::FileReplacement(const std::string& path, FileAccess access)
     return;
   }
   temporary_ = temporary;
-  std::snprintf(pendingTemporary, sizeof pendingTemporary, "%s", temporary_.c_str());
+  pendingTemporary[temporary_.copy(pendingTemporary, sizeof pendingTemporary - 1)] = '\0';
   // Born with its final owner and mode, so a secret is never readable by others. Where the owner
   // cannot be kept, the file is rewritten in place, which keeps it.
   if (exists && ::fchown(temporaryFd_, status.st_uid, status.st_gid) != 0) {

@@ -21,7 +21,9 @@ if [ "${1:-}" = --inner ]; then
   shift
   W=$1
   shift
-  mount -t tmpfs qv-sandbox "$W/mnt"
+  # QV_SANDBOX_DISK keeps the writable layers on this machine's disk (still thrown away), so that
+  # syncs cost what they cost on a real medium; tmpfs makes them free.
+  [ -n "${QV_SANDBOX_DISK:-}" ] || mount -t tmpfs qv-sandbox "$W/mnt"
   for tree in etc usrbin; do mkdir -p "$W/mnt/$tree/upper" "$W/mnt/$tree/work"; done
   mount -t overlay qv-etc -o "lowerdir=/etc,upperdir=$W/mnt/etc/upper,workdir=$W/mnt/etc/work" /etc
   mount -t overlay qv-usrbin \
