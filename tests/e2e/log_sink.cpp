@@ -1,8 +1,8 @@
 // Stands in for the system logger: binds a datagram socket at SOCKET, runs PROGRAM under the name
-// NAME with ARGS (as "exec -a NAME PROGRAM ARGS" would), and writes every message it received to OUTPUT, one line each, in the form
-// "daemon.notice qv-netconf: TEXT" (priority decoded, timestamp and pid left out, so cases can
-// hold the exact lines). Exits with the program's status (128 + signal when it was killed, as a
-// shell reports it).
+// NAME with ARGS (as "exec -a NAME PROGRAM ARGS" would), and writes every message it received to
+// OUTPUT, one line each, as "daemon.notice qv-netconf: TEXT" (priority decoded, time and pid left
+// out, so cases can hold the exact lines). Exits with the program's status (128 + signal when it
+// was killed, as a shell reports it).
 //   qv-log-sink SOCKET OUTPUT NAME PROGRAM [ARG...]
 #include <poll.h>
 #include <sys/socket.h>
