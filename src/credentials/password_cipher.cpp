@@ -4,8 +4,7 @@
 #include <cryptopp/filters.h>
 #include <cryptopp/modes.h>
 
-#include <cstdlib>
-
+#include "common/run_log.h"
 #include "credentials/base64.h"
 #include "credentials/cipher_key.h"
 
@@ -44,6 +43,7 @@ std::string decodeSetting(const std::string& stored, const char* group, const ch
       err << "Error: Cannot decrypt \"" << member << "\" of " << group << " in config.json."
           << std::endl;
     }
-    std::exit(1);
+    // The setting's name only: the value may be a password left in clear.
+    failRun(std::string("cannot decrypt \"") + member + "\" of " + group + " in config.json");
   }
 }

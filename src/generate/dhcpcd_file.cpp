@@ -2,11 +2,13 @@
 
 #include <arpa/inet.h>
 
+#include <cerrno>
 #include <cstdint>
-#include <cstdlib>
+#include <cstring>
 #include <fstream>
 
 #include "common/pieces.h"
+#include "common/run_log.h"
 #include "generate/generated_file.h"
 
 const char* const kDhcpcdPath = "/etc/dhcpcd.conf";
@@ -24,9 +26,13 @@ void staticBlock(const char* name, const std::string& address, const std::string
   if (staticDns) lines.push_back(nameServers);
 }
 
-[[noreturn]] void fail(const char* message, UserMode mode, std::ostream& err) {
+// `direction` is "reading" or "writing".
+[[noreturn]] void fail(const char* message, const char* direction, int error, UserMode mode,
+                       std::ostream& err) {
+  const std::string reason =
+      std::string("cannot open ") + kDhcpcdPath + " for " + direction + ": " + std::strerror(error);
   if (mode == consoleMode) err << message << std::endl;
-  std::exit(1);
+  failRun(reason);
 }
 
 }  // namespace
@@ -84,12 +90,16 @@ void generateDhcpcdConf(UserMode mode, std::ostream& out, std::ostream& err) {
   std::vector<std::string> head;
   {
     std::ifstream in(kDhcpcdPath);
-    if (!in.is_open()) fail("Error: Reading from /etc/dhcpcd.conf incompleted.", mode, err);
+    if (!in.is_open()) {
+      fail("Error: Reading from /etc/dhcpcd.conf incompleted.", "reading", errno, mode, err);
+    }
     head = keptHead(in);
   }
   FileReplacement file(kDhcpcdPath, FileAccess::everyone);
   // Fatal despite the word "Warning".
-  if (!file.isOpen()) fail("Warning! Append /etc/dhcpcd.conf incompleted.", mode, err);
+  if (!file.isOpen()) {
+    fail("Warning! Append /etc/dhcpcd.conf incompleted.", "writing", file.openError(), mode, err);
+  }
   commitGeneratedFile(file, kDhcpcdPath, renderDhcpcdConf(head, settingsTab), mode, err);
   if (mode == consoleMode) {
     out << "Putting settings to " << kDhcpcdPath << " file completed." << std::endl;

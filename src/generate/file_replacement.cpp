@@ -128,20 +128,29 @@ FileReplacement::FileReplacement(const std::string& path, FileAccess access)
   struct stat status;
   const bool exists = ::stat(target_.c_str(), &status) == 0;
   // Exactly where opening the file for writing would fail, nothing is done at all.
-  if (exists && (S_ISDIR(status.st_mode) || ::access(target_.c_str(), W_OK) != 0)) return;
-  if (!exists && errno != ENOENT) return;
+  if (exists && S_ISDIR(status.st_mode)) {
+    openError_ = EISDIR;
+    return;
+  }
+  if ((exists && ::access(target_.c_str(), W_OK) != 0) || (!exists && errno != ENOENT)) {
+    openError_ = errno;
+    return;
+  }
 
-  std::string name = target_.substr(directory_.size() + (directory_ == "/" ? 0 : 1));
-  std::string temporary = directory_ + "/." + name + kTemporaryMark + "XXXXXX";
+  const std::string name = target_.substr(directory_.size() + (directory_ == "/" ? 0 : 1));
+  const std::string pattern = directory_ + "/." + name + kTemporaryMark + "XXXXXX";
   armCleanup();
-  temporaryFd_ = ::mkostemp(&temporary[0], O_CLOEXEC);
+  // Made in the handlers' own buffer, so that no instant leaves a file they do not know of.
+  pendingTemporary[pattern.copy(pendingTemporary, sizeof pendingTemporary - 1)] = '\0';
+  temporaryFd_ = ::mkostemp(pendingTemporary, O_CLOEXEC);
   if (temporaryFd_ < 0) {
+    pendingTemporary[0] = '\0';
     // The directory takes no new file, but the file itself may still be written in place.
+    openError_ = exists ? 0 : errno;
     open_ = exists;
     return;
   }
-  temporary_ = temporary;
-  pendingTemporary[temporary_.copy(pendingTemporary, sizeof pendingTemporary - 1)] = '\0';
+  temporary_ = pendingTemporary;
   // Born with its final owner and mode, so a secret is never readable by others. Where the owner
   // cannot be kept, the file is rewritten in place, which keeps it.
   if (exists && ::fchown(temporaryFd_, status.st_uid, status.st_gid) != 0) {

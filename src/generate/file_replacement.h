@@ -30,6 +30,8 @@ class FileReplacement {
   // False when the file could not be opened for writing as it stands (a missing directory, a
   // directory in its place, a read-only file): nothing was created.
   bool isOpen() const { return open_; }
+  // Why it could not be opened: the errno that opening it for writing would have given.
+  int openError() const { return openError_; }
   // Puts `text` in place; 0, or the errno of the write, sync, close or rename that failed, in
   // which case the target keeps its previous content.
   int commit(const std::string& text);
@@ -42,5 +44,6 @@ class FileReplacement {
   std::string temporary_;
   int temporaryFd_ = -1;
   bool open_ = false;
+  int openError_ = 0;
   FileAccess access_;
 };

@@ -1,8 +1,8 @@
 #include "link/autoconnect.h"
 
-#include <cstdlib>
 #include <exception>
 
+#include "common/run_log.h"
 #include "link/switching.h"
 #include "settings/config_file.h"
 
@@ -10,6 +10,7 @@ namespace {
 
 constexpr const char* kReadFailure =
     "Error: Autoconnect failed. Reading config.json file not possible.\n";
+constexpr const char* kUnreadable = "config.json cannot be read or parsed";
 
 bool wish(const Json::Value& interfaces, const char* name) {
   const Json::Value& enabled = interfaces[name]["enabled"];
@@ -28,6 +29,11 @@ bool handle(bool wanted, const char* connecting, const char* disconnecting,
 
 const char* verdict(bool success) {
   return success ? "Correct" : "Incorrect";
+}
+
+bool noteVerdict(const char* interface, bool success) {
+  noteOutcome(std::string(interface) + " " + verdict(success));
+  return success;
 }
 
 }  // namespace
@@ -49,12 +55,14 @@ bool autoconnect(const std::string& path, UserMode mode, std::ostream& out, std:
   if (parseConfigJson(path)) wishes = linkWishesOf(root);
   if (!wishes) {
     if (mode == consoleMode) err << kReadFailure;
-    std::exit(1);
+    failRun(kUnreadable);
   }
-  const bool wired = handle(wishes->wired, "Connecting to eth0... ", "Disconnecting eth0...",
-                            connectEthernet, disconnectEthernet, mode, out);
-  const bool wireless = handle(wishes->wireless, "Connecting to wlan0... ",
-                               "Disconnecting wlan0...", connectWifi, disconnectWifi, mode, out);
+  const bool wired =
+      noteVerdict("eth0", handle(wishes->wired, "Connecting to eth0... ", "Disconnecting eth0...",
+                                 connectEthernet, disconnectEthernet, mode, out));
+  const bool wireless = noteVerdict(
+      "wlan0", handle(wishes->wireless, "Connecting to wlan0... ", "Disconnecting wlan0...",
+                      connectWifi, disconnectWifi, mode, out));
   if (mode == consoleMode) {
     out << "Status autoconnect Ethernet: " << verdict(wired) << std::endl;
     out << "Status autoconnect WiFi: " << verdict(wireless) << std::endl;

@@ -1,5 +1,6 @@
 #include "link/switching.h"
 
+#include "common/run_log.h"
 #include "common/shell.h"
 
 namespace {
@@ -13,16 +14,24 @@ constexpr const char* kWirelessIfup = "sudo ifup wlan0";
 constexpr const char* kWiredIfdown = "sudo ifdown eth0 --force";
 constexpr const char* kWiredIfup = "sudo ifup eth0";
 
+// The status of the command that counts goes into the run's log line.
+int runCounted(const char* command) {
+  const int status = shell().run(command);
+  noteOutcome(commandStatus(command, status));
+  return status;
+}
+
 int announceAndRun(const char* line, const char* command, UserMode mode, std::ostream& out) {
   if (mode == consoleMode) out << line << std::endl;
-  return shell().run(command);
+  return runCounted(command);
 }
 
 // The forced take-down's status is of no interest: only bringing the network up counts.
 bool reconnect(const char* line, const char* down, const char* up, UserMode mode,
                std::ostream& out) {
-  announceAndRun(line, down, mode, out);
-  return shell().run(up) != 0;
+  if (mode == consoleMode) out << line << std::endl;
+  shell().run(down);
+  return runCounted(up) != 0;
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <functional>
 #include <utility>
 
+#include "common/run_log.h"
 #include "generate/generate_configs.h"
 #include "generate/wpa_conf.h"
 #include "generate/writer_lock.h"
@@ -30,7 +31,17 @@ constexpr std::size_t kPasswordPosition = 5;
 Operation withConfigPath(const Operation& operation) {
   return [operation](const std::vector<std::string>& args) {
     if (args.size() <= kPathPosition) Usage("error config.json", outputMode);
+    noteConfigPath(args[kPathPosition]);
     operation(args);
+  };
+}
+
+// Commands that change something leave a line in the system log when they complete; reading
+// commands run many times a minute and leave none.
+Operation logged(const Operation& operation) {
+  return [operation](const std::vector<std::string>& args) {
+    operation(args);
+    logRunCompleted();
   };
 }
 
@@ -68,14 +79,14 @@ void setWpaConfig(const std::vector<std::string>& args) {
 // One row per command, in the order the commands are tested.
 const std::vector<std::pair<std::string, Operation>>& commandTable() {
   static const std::vector<std::pair<std::string, Operation>> table = {
-      {"set-config", withConfigPath(setConfig)},
-      {"set-open-wired-config", withConfigPath(setOpenWiredConfig)},
-      {"set-wpa-config", withConfigPath(setWpaConfig)},
-      {"autoconnect", withConfigPath([](const auto& args) {
+      {"set-config", logged(withConfigPath(setConfig))},
+      {"set-open-wired-config", logged(withConfigPath(setOpenWiredConfig))},
+      {"set-wpa-config", logged(withConfigPath(setWpaConfig))},
+      {"autoconnect", logged(withConfigPath([](const auto& args) {
          Usage(autoconnect(args[kPathPosition], outputMode) ? "autoconnect complete"
                                                             : "autoconnect false",
                outputMode);
-       })},
+       }))},
       {"is-wired-on", [](const auto&) { isEnabledWired(outputMode); }},
       {"is-wireless-on", [](const auto&) { isEnabledWireless(outputMode); }},
       {"is-wlan0-connected", [](const auto&) { isConnectedWireless(outputMode); }},
@@ -90,14 +101,14 @@ const std::vector<std::pair<std::string, Operation>>& commandTable() {
       {"get-ppp0-parameters", [](const auto&) { getInterfaceValues(outputMode, ppp0Interface); }},
       {"get-ipsec-parameters", [](const auto&) { getIpsecValues(outputMode); }},
       {"get-default-gateway", [](const auto&) { getDefaultGateway(outputMode); }},
-      {"connect-wifi", [](const auto&) { connectWifi(outputMode); }},
-      {"connect-ethernet", [](const auto&) { connectEthernet(outputMode); }},
-      {"disconnect-wifi", [](const auto&) { disconnectWifi(outputMode); }},
-      {"disconnect-ethernet", [](const auto&) { disconnectEthernet(outputMode); }},
-      {"turn-on-wireless", [](const auto&) { turnOnWireless(outputMode); }},
-      {"turn-on-wired", [](const auto&) { turnOnWired(outputMode); }},
-      {"turn-off-wireless", [](const auto&) { turnOffWireless(outputMode); }},
-      {"turn-off-wired", [](const auto&) { turnOffWired(outputMode); }},
+      {"connect-wifi", logged([](const auto&) { connectWifi(outputMode); })},
+      {"connect-ethernet", logged([](const auto&) { connectEthernet(outputMode); })},
+      {"disconnect-wifi", logged([](const auto&) { disconnectWifi(outputMode); })},
+      {"disconnect-ethernet", logged([](const auto&) { disconnectEthernet(outputMode); })},
+      {"turn-on-wireless", logged([](const auto&) { turnOnWireless(outputMode); })},
+      {"turn-on-wired", logged([](const auto&) { turnOnWired(outputMode); })},
+      {"turn-off-wireless", logged([](const auto&) { turnOffWireless(outputMode); })},
+      {"turn-off-wired", logged([](const auto&) { turnOffWired(outputMode); })},
       {"get-wifi-list", [](const auto&) { getWifiList(wifiList, outputMode); }},
       {"check-wireless-point", [](const auto&) { checkWirelessPoint(outputMode); }},
   };

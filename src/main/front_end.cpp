@@ -1,5 +1,6 @@
 #include "main/front_end.h"
 
+#include "common/run_log.h"
 #include "credentials/cipher_key.h"
 #include "main/dispatch.h"
 #include "main/usage.h"
@@ -29,6 +30,8 @@ int runFrontEnd(int argc, char* argv[]) {
   const std::vector<std::string> args(argv, argv + argc);
   deamonName = args.empty() ? std::string() : args[0];
   loadCipherKey();
+  // Only a known name is logged: a word typed in its place could be anything, a password too.
+  if (args.size() > 1 && checkMethods(args[1])) noteRunCommand(args[1]);
   if (args.size() < 3 || !checkMethods(args[1])) {
     Usage("intro", consoleMode);
     Usage("input error", consoleMode);

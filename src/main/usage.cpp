@@ -1,8 +1,8 @@
 #include "main/usage.h"
 
-#include <cstdlib>
 #include <iomanip>
 
+#include "common/run_log.h"
 #include "main/front_end.h"
 
 namespace {
@@ -10,6 +10,8 @@ namespace {
 constexpr const char* kInputError = "Wrong arguments! Please correct command line.\n";
 constexpr const char* kNoConfigJson =
     "No config.json file in command line. Please check arguments.\n";
+constexpr const char* kBadCommandLine = "bad command line";
+constexpr const char* kNoConfigPath = "no config.json path on the command line";
 
 struct Entry {
   const char* text;
@@ -55,17 +57,18 @@ const char* consoleText(const std::string& key) {
   return "";
 }
 
-[[noreturn]] void failWith(const char* message, UserMode mode, std::ostream& err) {
+[[noreturn]] void failWith(const char* message, const char* reason, UserMode mode,
+                           std::ostream& err) {
   if (mode == consoleMode) err << message;
-  std::exit(1);
+  failRun(reason);
 }
 
 }  // namespace
 
 void Usage(std::string key, UserMode mode, std::ostream& out, std::ostream& err) {
   if (mode > consoleMode) return;
-  if (key == "input error") failWith(kInputError, mode, err);
-  if (key == "error config.json") failWith(kNoConfigJson, mode, err);
+  if (key == "input error") failWith(kInputError, kBadCommandLine, mode, err);
+  if (key == "error config.json") failWith(kNoConfigJson, kNoConfigPath, mode, err);
   if (mode != consoleMode) return;
   if (key == "intro") {
     printIntro(out);

@@ -1,8 +1,8 @@
 #include "settings/config_reader.h"
 
-#include <cstdlib>
 #include <exception>
 
+#include "common/run_log.h"
 #include "settings/config_file.h"
 
 namespace {
@@ -13,7 +13,7 @@ constexpr const char* kDefaultEncoding = "UTF-8";
 
 [[noreturn]] void parsingFailed(const std::string& path, UserMode mode, std::ostream& err) {
   if (mode == consoleMode) err << "Error: Parsing " << path << " file failed.\n";
-  std::exit(1);
+  failRun("config.json cannot be read or parsed");
 }
 
 void copyEth(const Json::Value& eth, configSettings& read) {

@@ -1,14 +1,16 @@
 #!/bin/bash
 # Runs one end-to-end case directory in the sandbox and compares what happened with its expect/:
 #   stdout, stderr (absent: must be empty), status (absent: 0), commands (the fakes' log, checked
-#   only when present), files/<PATH> (the sandbox's PATH after the run), modes ("MODE PATH" lines),
-#   absent (paths that must not exist afterwards).
-#   run-case.sh TOOL CASE_DIR
+#   only when present), syslog (the lines sent to the system log, checked when present and a
+#   LOG_SINK is given; an empty file: nothing logged), files/<PATH> (the sandbox's PATH after the run), modes
+#   ("MODE PATH" lines), absent (paths that must not exist afterwards).
+#   run-case.sh TOOL CASE_DIR [LOG_SINK]
 set -uo pipefail
 
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 TOOL=$1
 CASE=$(realpath "$2")
+LOG_SINK=${3:-}
 EXPECT=$CASE/expect
 OUT=$(mktemp -d /tmp/qv-case.XXXXXX)
 trap 'rm -rf "$OUT"' EXIT
@@ -24,6 +26,7 @@ for list in modes absent; do
   fi
 done
 
+[ -n "$LOG_SINK" ] && exports+=(--log-sink "$LOG_SINK")
 "$HERE/sandbox.sh" --tool "$TOOL" --case "$CASE" --out "$OUT" "${exports[@]}" || exit 1
 
 failed=0
@@ -39,6 +42,7 @@ same "$EXPECT/stdout" "$OUT/stdout" stdout
 if [ -f "$EXPECT/stderr" ]; then same "$EXPECT/stderr" "$OUT/stderr" stderr; else same /dev/null "$OUT/stderr" stderr; fi
 if [ -f "$EXPECT/status" ]; then same "$EXPECT/status" "$OUT/status" status; else same <(echo 0) "$OUT/status" status; fi
 [ -f "$EXPECT/commands" ] && same "$EXPECT/commands" "$OUT/commands" commands
+[ -n "$LOG_SINK" ] && [ -f "$EXPECT/syslog" ] && same "$EXPECT/syslog" "$OUT/syslog" syslog
 if [ -d "$EXPECT/files" ]; then
   while IFS= read -r file; do
     path=${file#"$EXPECT/files/"}

@@ -1,15 +1,17 @@
 #!/bin/bash
 # Runs the tool (or any command) as if on the device, without touching this machine: a private
-# mount and network namespace, overlays over /etc and /usr/bin whose writes vanish with the
-# namespace, tmpfs over /run, and fake platform utilities first in PATH.
+# mount and network namespace, overlays over /etc, /usr/bin and /dev whose writes vanish with the
+# namespace, tmpfs over /run, and fake platform utilities first in PATH. The machine's system log
+# socket is hidden: nothing run inside reaches the machine's log.
 #
-#   sandbox.sh --tool BIN --out DIR [--case DIR] [--export PATH]... [-- ARG...]
+#   sandbox.sh --tool BIN --out DIR [--case DIR] [--export PATH]... [--log-sink BIN] [-- ARG...]
 #
 # The tool is installed as "qv-netconf" and run with ARG... (or the case's args file). A case
 # directory may hold: fakes/<utility>/<key>.{out,err,status} (see fake-utility), etc/ (laid over
 # /etc), input/ (copied to /run/qv-case), setup.sh (run inside before the tool), program (the
 # program name as typed). OUT receives stdout, stderr, status, commands (the fakes' log),
-# files/<PATH> and modes for every exported PATH.
+# files/<PATH> and modes for every exported PATH; with --log-sink (tests/e2e/log_sink.cpp, bound
+# at /dev/log) also syslog, the lines the tool sent to the system log.
 set -euo pipefail
 
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -24,11 +26,18 @@ if [ "${1:-}" = --inner ]; then
   # QV_SANDBOX_DISK keeps the writable layers on this machine's disk (still thrown away), so that
   # syncs cost what they cost on a real medium; tmpfs makes them free.
   [ -n "${QV_SANDBOX_DISK:-}" ] || mount -t tmpfs qv-sandbox "$W/mnt"
-  for tree in etc usrbin; do mkdir -p "$W/mnt/$tree/upper" "$W/mnt/$tree/work"; done
+  for tree in etc usrbin dev; do mkdir -p "$W/mnt/$tree/upper" "$W/mnt/$tree/work"; done
   mount -t overlay qv-etc -o "lowerdir=/etc,upperdir=$W/mnt/etc/upper,workdir=$W/mnt/etc/work" /etc
   mount -t overlay qv-usrbin \
     -o "lowerdir=/usr/bin,upperdir=$W/mnt/usrbin/upper,workdir=$W/mnt/usrbin/work" /usr/bin
   mount -t tmpfs qv-run /run
+  # /dev keeps its devices, but a log socket bound there stays in the namespace; the overlay does
+  # not reach into /dev's own mounts, so they are bound back.
+  mkdir "$W/mnt/hostdev"
+  mount --rbind /dev "$W/mnt/hostdev"
+  mount -t overlay qv-dev -o "lowerdir=$W/mnt/hostdev,upperdir=$W/mnt/dev/upper,workdir=$W/mnt/dev/work" /dev
+  for sub in pts shm; do mount --rbind "$W/mnt/hostdev/$sub" "/dev/$sub"; done
+  rm -f /dev/log
   ip link set lo up 2>/dev/null || true
 
   # The device's OpenSSL has MD4 (the NT-hash pipeline needs it); OpenSSL 3 keeps it in the
@@ -52,8 +61,14 @@ if [ "${1:-}" = --inner ]; then
 
   export PATH="$W/bin:$PATH" QV_FAKES="${CASE:+$CASE/fakes}" QV_FAKE_LOG="$OUT/commands"
   : >"$OUT/commands"
+  run_tool() {
+    if [ -n "$LOG_SINK" ]; then
+      exec "$LOG_SINK" /dev/log "$OUT/syslog" "$PROGRAM" "$W/bin/qv-netconf" "$@"
+    fi
+    exec -a "$PROGRAM" "$W/bin/qv-netconf" "$@"
+  }
   set +e
-  (cd "$W/cwd" && exec -a "$PROGRAM" "$W/bin/qv-netconf" "$@") >"$OUT/stdout" 2>"$OUT/stderr"
+  (cd "$W/cwd" && run_tool "$@") >"$OUT/stdout" 2>"$OUT/stderr"
   echo $? >"$OUT/status"
   set -e
   : >"$OUT/modes"
@@ -67,13 +82,14 @@ if [ "${1:-}" = --inner ]; then
   exit 0
 fi
 
-TOOL= OUT= CASE= EXPORTS=
+TOOL= OUT= CASE= EXPORTS= LOG_SINK=
 while [ $# -gt 0 ]; do
   case $1 in
     --tool) TOOL=$(realpath "$2"); shift 2 ;;
     --out) OUT=$(realpath -m "$2"); shift 2 ;;
     --case) CASE=$(realpath "$2"); shift 2 ;;
     --export) EXPORTS="$EXPORTS $2"; shift 2 ;;
+    --log-sink) LOG_SINK=$(realpath "$2"); shift 2 ;;
     --) shift; break ;;
     *) echo "sandbox.sh: unknown option $1" >&2; exit 2 ;;
   esac
@@ -93,5 +109,5 @@ mkdir -p "$W/bin" "$W/mnt" "$W/cwd" "$OUT"
 cp "$TOOL" "$W/bin/qv-netconf"
 ln -s ../bin/qv-netconf "$W/cwd/qv-netconf"
 
-export CASE OUT PROGRAM EXPORTS
+export CASE OUT PROGRAM EXPORTS LOG_SINK
 unshare --mount --net --propagation private -- "$HERE/sandbox.sh" --inner "$W" "${ARGS[@]}"

@@ -1,7 +1,7 @@
 #!/bin/bash
 # Proves the sandbox keeps writes away from this machine: a stand-in tool writes every file the
 # real tool may write (and more) inside the sandbox, sees its writes there, and afterwards the
-# host's /etc, /usr/bin and network links are exactly as before.
+# host's /etc, /usr/bin, /dev and network links are exactly as before.
 set -euo pipefail
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 WORK=$(mktemp -d /tmp/qv-host-check.XXXXXX)
@@ -26,6 +26,7 @@ for f in /etc/network/interfaces /etc/wpa_supplicant/wpa_supplicant.conf \
   echo "written in the sandbox" >"$f"
 done
 echo probe >/usr/bin/qv-sandbox-probe
+echo probe >/dev/qv-sandbox-probe && cat /dev/qv-sandbox-probe
 ip link add qvcheck0 type dummy 2>/dev/null || ip link set lo down
 cat /etc/resolv.conf
 WRITER
@@ -33,6 +34,7 @@ chmod +x "$WORK/writer"
 
 "$HERE/sandbox.sh" --tool "$WORK/writer" --out "$WORK/out"
 grep -qx "written in the sandbox" "$WORK/out/stdout" || { echo "the writer did not run"; exit 1; }
+grep -qx probe "$WORK/out/stdout" || { echo "the sandbox's /dev could not be written"; exit 1; }
 
 snapshot >"$WORK/after"
 if ! diff -u "$WORK/before" "$WORK/after"; then
@@ -40,4 +42,5 @@ if ! diff -u "$WORK/before" "$WORK/after"; then
   exit 1
 fi
 [ ! -e /usr/bin/qv-sandbox-probe ] || { echo "/usr/bin was written"; exit 1; }
+[ ! -e /dev/qv-sandbox-probe ] || { echo "/dev was written"; exit 1; }
 echo "host untouched"
