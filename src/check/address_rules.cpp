@@ -35,21 +35,23 @@ int truePrefix(std::uint32_t mask) {
   return mask == contiguous ? bits : -1;
 }
 
-void checkMask(const std::string& place, const std::string& mask, std::uint32_t value,
+// False (with a finding) for a mask that does not give the interface its subnet.
+bool checkMask(const std::string& place, const std::string& mask, std::uint32_t value,
                findingList& found) {
   const int prefix = truePrefix(value);
   if (prefix < 0) {
     found.error(place, quoted(mask) +
                            " is not a contiguous mask: no subnet has it; write a mask of leading "
                            "ones, e.g. 255.255.255.0");
-    return;
+    return false;
   }
   const int written = prefixLength(mask);
-  if (written == prefix) return;
+  if (written == prefix) return true;
   found.error(place, quoted(mask) + " is /" + std::to_string(prefix) +
                          ", but the DHCP client file gets /" + std::to_string(written) +
                          " for it, so the interface gets the wrong subnet; only 255.0.0.0, "
                          "255.255.0.0 and 255.255.255.0 are written as they are");
+  return false;
 }
 
 }  // namespace
@@ -70,15 +72,14 @@ void checkAddressing(const char* group, const std::string& type, const std::stri
   const bool gatewayValid = ipv4(gateway, gatewayValue);
   if (!addressValid)
     found.error(interfaceMember(group, kMemberIpAddress), notAnAddress(address, "address"));
-  if (maskValid) {
-    checkMask(interfaceMember(group, kMemberNetworkMask), mask, maskValue, found);
-  } else {
-    found.error(interfaceMember(group, kMemberNetworkMask), notAnAddress(mask, "mask"));
-  }
+  const std::string maskPlace = interfaceMember(group, kMemberNetworkMask);
+  if (!maskValid) found.error(maskPlace, notAnAddress(mask, "mask"));
+  // The subnet of a mask that is itself wrong says nothing about the gateway.
+  const bool subnetKnown =
+      maskValid && checkMask(maskPlace, mask, maskValue, found) && addressValid;
   if (!gatewayValid) {
     found.error(interfaceMember(group, kMemberDefaultGateway), notAnAddress(gateway, "gateway"));
-  } else if (addressValid && maskValid && truePrefix(maskValue) >= 0 &&
-             (addressValue & maskValue) != (gatewayValue & maskValue)) {
+  } else if (subnetKnown && (addressValue & maskValue) != (gatewayValue & maskValue)) {
     found.warning(interfaceMember(group, kMemberDefaultGateway),
                   quoted(gateway) + " is outside the subnet of " + quoted(address + "/" + mask) +
                       ": the default route through it cannot be set; write a gateway in the "
