@@ -21,6 +21,7 @@ constexpr const char* kUsage =
     "  --json              print the findings as one JSON array\n"
     "  --certificates DIR  look certificate files up in DIR/cacerts and DIR/pkcs12\n"
     "                      (default /KQ/configuration/certificates)\n"
+    "  --help              print this text\n"
     "Exit status: 0 no error, 1 errors, 2 CONFIG cannot be read or is not a JSON object.\n";
 
 struct options {
