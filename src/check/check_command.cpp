@@ -14,15 +14,18 @@
 
 namespace {
 
-constexpr const char* kUsage =
-    "Usage: qv-netconf-check [--json] [--certificates DIR] CONFIG\n"
-    "Checks CONFIG, a config.json for qv-netconf, before it is applied: every setting that can\n"
-    "never work is an error, every one that works but is probably not what was meant a warning.\n"
-    "  --json              print the findings as one JSON array\n"
-    "  --certificates DIR  look certificate files up in DIR/cacerts and DIR/pkcs12\n"
-    "                      (default /KQ/configuration/certificates)\n"
-    "  --help              print this text\n"
-    "Exit status: 0 no error, 1 errors, 2 CONFIG cannot be read or is not a JSON object.\n";
+void printUsage(std::ostream& out) {
+  out << "Usage: qv-netconf-check [--json] [--certificates DIR] CONFIG\n"
+         "Checks CONFIG, a config.json for qv-netconf, before it is applied: every setting that "
+         "can\nnever work is an error, every one that works but is probably not what was meant a "
+         "warning.\n"
+         "  --json              print the findings as one JSON array\n"
+         "  --certificates DIR  look certificate files up in DIR/"
+      << kCaCertificatesDir << " and DIR/" << kPkcs12Dir << "\n"
+      << "                      (default " << kCertificateStore << ")\n"
+      << "  --help              print this text\n"
+         "Exit status: 0 no error, 1 errors, 2 CONFIG cannot be read or is not a JSON object.\n";
+}
 
 struct options {
   bool json = false;
@@ -46,11 +49,15 @@ bool parseOptions(const std::vector<std::string>& args, options& chosen, std::os
       chosen.config = word;
       haveConfig = true;
     } else {
-      err << "qv-netconf-check: unexpected " << quoted(word) << "\n" << kUsage;
+      err << "qv-netconf-check: unexpected " << quoted(word) << "\n";
+      printUsage(err);
       return false;
     }
   }
-  if (!haveConfig) err << "qv-netconf-check: no CONFIG given\n" << kUsage;
+  if (!haveConfig) {
+    err << "qv-netconf-check: no CONFIG given\n";
+    printUsage(err);
+  }
   return haveConfig;
 }
 
@@ -100,7 +107,7 @@ const char* jsonKind(const Json::Value& value) {
 
 int runCheck(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
   if (args.size() == 1 && args[0] == "--help") {
-    out << kUsage;
+    printUsage(out);
     return kCheckClean;
   }
   options chosen;
