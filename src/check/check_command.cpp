@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <sstream>
 
 #include "check/config_check.h"
 #include "check/findings_output.h"
@@ -73,17 +74,15 @@ std::string unreadable(const std::string& path) {
     return std::string("cannot be read: ") + std::strerror(errno);
   }
   if (S_ISDIR(status.st_mode)) return "cannot be read: it is a directory";
-  std::string detail = reader.getFormattedErrorMessages();
-  // "* Line 1, Column 2\n  Syntax error: ...\n": the first error on one line.
-  const std::size_t start = detail.find_first_not_of("* ");
-  detail = start == std::string::npos ? std::string() : detail.substr(start);
-  const std::size_t firstEnd = detail.find('\n');
-  if (firstEnd != std::string::npos) {
-    const std::size_t secondEnd = detail.find('\n', firstEnd + 1);
-    const std::size_t text = detail.find_first_not_of(' ', firstEnd + 1);
-    detail = detail.substr(0, firstEnd) + ": " +
-             (text == std::string::npos ? std::string() : detail.substr(text, secondEnd - text));
-  }
+  // "* Line 1, Column 2\n  Syntax error: ...\n": the first error, on one line.
+  std::istringstream messages(reader.getFormattedErrorMessages());
+  std::string position;
+  std::string reason;
+  std::getline(messages, position);
+  std::getline(messages, reason);
+  position.erase(0, position.find_first_not_of("* "));
+  reason.erase(0, reason.find_first_not_of(' '));
+  const std::string detail = reason.empty() ? position : position + ": " + reason;
   return "is not valid JSON" + (detail.empty() ? std::string() : " (" + detail + ")") +
          ": the tool stops and writes no file; fix the file";
 }

@@ -53,6 +53,14 @@ bool isKnown(const std::string& name, const names& known) {
   return false;
 }
 
+std::string placeIn(const std::string& place, const std::string& member) {
+  if (place.empty()) return member;
+  std::string path = place;
+  path += '/';
+  path += member;
+  return path;
+}
+
 // Warns of the near misses among the members of `group` at `place`.
 void checkGroup(const Json::Value& group, const std::string& place, const names& known,
                 findingList& found) {
@@ -61,16 +69,12 @@ void checkGroup(const Json::Value& group, const std::string& place, const names&
     if (isKnown(name, known)) continue;
     for (const char* member : known) {
       if (!missesOnlyByCaseOrBlanks(name, member)) continue;
-      found.warning(place.empty() ? name : place + "/" + name,
-                    "is never read, the tool reads only " + quoted(member) +
-                        ", so this value is ignored; write " + quoted(member));
+      found.warning(placeIn(place, name), "is never read, the tool reads only " + quoted(member) +
+                                              ", so this value is ignored; write " +
+                                              quoted(member));
       break;
     }
   }
-}
-
-std::string placeIn(const std::string& place, const char* member) {
-  return place.empty() ? member : place + "/" + member;
 }
 
 }  // namespace
