@@ -82,7 +82,9 @@ expected=$( (
 $(diff <(echo "$expected") <(echo "$packaged"))"
 echo "$packaged"
 required=(./usr/sbin/qv-netconf ./usr/share/man/man8/qv-netconf.8.gz
-  ./usr/share/bash-completion/completions/qv-netconf ./usr/share/doc/qv-netconf/README.md)
+  ./usr/share/bash-completion/completions/qv-netconf ./usr/share/doc/qv-netconf/README.md
+  ./usr/sbin/qv-netconf-check ./usr/share/man/man8/qv-netconf-check.8.gz
+  ./usr/share/bash-completion/completions/qv-netconf-check)
 [ -f "$SRC/examples/config.json" ] && required+=(./usr/share/doc/qv-netconf/examples/config.json)
 for file in "${required[@]}"; do
   grep -qxE "$file(\.gz)?" <<<"$packaged" || fail "the package lacks $file"

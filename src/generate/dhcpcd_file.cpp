@@ -10,12 +10,11 @@
 #include "common/pieces.h"
 #include "common/run_log.h"
 #include "generate/generated_file.h"
+#include "generate/setting_words.h"
 
 const char* const kDhcpcdPath = "/etc/dhcpcd.conf";
 
 namespace {
-
-constexpr const char* kStatic = "static";
 
 void staticBlock(const char* name, const std::string& address, const std::string& mask,
                  const std::string& gateway, const std::string& nameServers, bool staticDns,
@@ -62,15 +61,15 @@ std::vector<std::string> dhcpcdLines(const networkSettings& settings) {
   const dnsSettings& dns = settings.dns;
   const std::string nameServers =
       "static domain_name_servers=" + dns.dns1 + (dns.dns1.empty() ? "" : " ") + dns.dns2;
-  const bool staticDns = dns.type == kStatic;
+  const bool staticDns = dns.type == kTypeStatic;
   std::vector<std::string> lines;
   if (!eth.enabled) lines.push_back("denyinterfaces eth0");
   if (!wlan.enabled) lines.push_back("denyinterfaces wlan0");
-  if (wlan.type == kStatic && wlan.enabled) {
+  if (wlan.type == kTypeStatic && wlan.enabled) {
     staticBlock("wlan0", wlan.ipAddress, wlan.networkMask, wlan.defaultGateway, nameServers,
                 staticDns, lines);
   }
-  if (eth.type == kStatic && eth.enabled) {
+  if (eth.type == kTypeStatic && eth.enabled) {
     staticBlock("eth0", eth.ipAddress, eth.networkMask, eth.defaultGateway, nameServers, staticDns,
                 lines);
   }

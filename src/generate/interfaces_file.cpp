@@ -1,13 +1,12 @@
 #include "generate/interfaces_file.h"
 
 #include "generate/generated_file.h"
+#include "generate/setting_words.h"
 
 const char* const kInterfacesPath = "/etc/network/interfaces";
 
 namespace {
 
-constexpr const char* kStatic = "static";
-constexpr const char* kEnterprise = "enterprise";
 constexpr const char* kHead =
     "source /etc/network/interfaces.d/*\nauto lo\niface lo inet loopback\n";
 constexpr const char* kWiredSupplicant =
@@ -31,14 +30,14 @@ std::string stanza(const char* name, bool enabled, const std::string& type,
                    const std::string& address, const std::string& mask, const std::string& gateway,
                    const dnsSettings& dns) {
   if (!enabled) return std::string("iface ") + name + " inet dhcp\n";
-  const bool isStatic = type == kStatic;
+  const bool isStatic = type == kTypeStatic;
   std::string text = std::string("iface ") + name + " inet " + (isStatic ? "static\n" : "dhcp\n");
   if (isStatic) {
     text += "\taddress " + address + "\n";
     text += "\tnetmask " + mask + "\n";
     text += "\tgateway " + gateway + "\n";
   }
-  if (dns.type == kStatic) text += dnsLines(dns);
+  if (dns.type == kTypeStatic) text += dnsLines(dns);
   return text;
 }
 
@@ -52,7 +51,8 @@ std::string renderInterfaces(const networkSettings& settings, bool openWired) {
   text += "\n";
   text += stanza("eth0", eth.enabled, eth.type, eth.ipAddress, eth.networkMask, eth.defaultGateway,
                  settings.dns);
-  text += !openWired && eth.security == kEnterprise ? kWiredSupplicant : kWiredSupplicantOff;
+  text +=
+      !openWired && eth.security == kSecurityEnterprise ? kWiredSupplicant : kWiredSupplicantOff;
   text += "\n";
   if (wlan.enabled) text += "allow-hotplug wlan0\n";
   text += stanza("wlan0", wlan.enabled, wlan.type, wlan.ipAddress, wlan.networkMask,

@@ -1,6 +1,7 @@
 #include "generate/resolv_file.h"
 
 #include "generate/generated_file.h"
+#include "generate/setting_words.h"
 
 const char* const kResolvPath = "/etc/resolv.conf";
 
@@ -19,7 +20,7 @@ std::string renderResolvConf(const dnsSettings& dns) {
 }
 
 void generateResolvFile(UserMode mode, std::ostream& out, std::ostream& err) {
-  if (settingsTab.dns.type != "static") {
+  if (settingsTab.dns.type != kTypeStatic) {
     // Whatever the type is, the message says dhcp: the DHCP client owns the file then.
     if (mode == consoleMode) {
       out << "Skipped generating " << kResolvPath << " file. DNS is dhcp." << std::endl;

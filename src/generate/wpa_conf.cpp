@@ -1,6 +1,7 @@
 #include "generate/wpa_conf.h"
 
 #include "generate/generated_file.h"
+#include "generate/setting_words.h"
 #include "generate/supplicant_lines.h"
 
 const char* const kWpaConfPath = "/etc/wpa_supplicant/wpa_supplicant.conf";
@@ -10,16 +11,16 @@ namespace {
 constexpr const char* kGroup = "wlan";
 
 std::string pairwiseLine(const std::string& encryption) {
-  if (encryption == "auto") return "\tpairwise=TKIP CCMP\n";
-  if (encryption == "tkip") return "\tpairwise=TKIP\n";
-  if (encryption == "ccmp") return "\tpairwise=CCMP\n";
+  if (encryption == kEncryptionAuto) return "\tpairwise=TKIP CCMP\n";
+  if (encryption == kEncryptionTkip) return "\tpairwise=TKIP\n";
+  if (encryption == kEncryptionCcmp) return "\tpairwise=CCMP\n";
   return std::string();
 }
 
 std::string protoLine(const std::string& advancedSecurity) {
-  if (advancedSecurity == "wpa") return "\tproto=WPA\n";
-  if (advancedSecurity == "wpa2") return "\tproto=RSN\n";
-  if (advancedSecurity == "auto") return "\tproto=WPA RSN\n";
+  if (advancedSecurity == kProtoWpa) return "\tproto=WPA\n";
+  if (advancedSecurity == kProtoWpa2) return "\tproto=RSN\n";
+  if (advancedSecurity == kProtoAuto) return "\tproto=WPA RSN\n";
   return std::string();
 }
 
@@ -40,19 +41,20 @@ std::string enterpriseLines(const wlanSettings& wlan, SupplicantServices& servic
 std::string networkLines(const wlanSettings& wlan, SupplicantServices& services) {
   std::string text = "\tssid=\"" + wlan.ssid + "\"\n";
   text += std::string("\tscan_ssid=") + (wlan.hiddenSsid ? "1" : "0") + "\n";
-  if (wlan.frequency == "5" || wlan.frequency == "2.4") {
+  if (wlan.frequency == kFrequency5 || wlan.frequency == kFrequency24) {
     text += "\tfreq_list=" + services.frequencies(wlan.frequency) + "\n";
   }
   // Deliberately tied to the frequency: an open network on a fixed band gets no key_mgmt line.
-  if (wlan.frequency == "auto" && wlan.security == "open") text += "\tkey_mgmt=NONE\n";
-  if (wlan.security == "personal") {
+  if (wlan.frequency == kFrequencyAuto && wlan.security == kSecurityOpen)
+    text += "\tkey_mgmt=NONE\n";
+  if (wlan.security == kSecurityPersonal) {
     // Derived even from an empty pass phrase: the utility then refuses and the line stays empty.
     const std::string passphrase = wlan.passphrase.empty()
                                        ? std::string()
                                        : services.clear(wlan.passphrase, kGroup, "passphrase");
     text += "\tpsk=" + services.psk(wlan.ssid, passphrase) + "\n";
   }
-  if (wlan.security == "enterprise") text += enterpriseLines(wlan, services);
+  if (wlan.security == kSecurityEnterprise) text += enterpriseLines(wlan, services);
   return text;
 }
 

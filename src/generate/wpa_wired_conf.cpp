@@ -2,6 +2,7 @@
 
 #include "credentials/password_cipher.h"
 #include "generate/generated_file.h"
+#include "generate/setting_words.h"
 #include "generate/supplicant_lines.h"
 
 const char* const kWpaWiredConfPath = "/etc/wpa_supplicant/wpa_supplicant_wired.conf";
@@ -14,7 +15,7 @@ std::string enterpriseLines(const ethSettings& eth, bool passThrough,
                             const passThroughCredentials& credentials,
                             SupplicantServices& services) {
   const std::string& method = eth.authenticationMethod;
-  const bool typedCredentials = passThrough && (method == "peap" || method == "ttls");
+  const bool typedCredentials = passThrough && (method == kMethodPeap || method == kMethodTtls);
   std::string text = "\tkey_mgmt=IEEE8021X\n\teapol_flags=0\n";
   text += "\tidentity=\"" + (typedCredentials ? credentials.userName : eth.userName) + "\"\n";
   text += eapLine(method);
@@ -34,8 +35,8 @@ std::string renderWpaWiredConf(const ethSettings& eth, bool passThrough,
                                const passThroughCredentials& credentials,
                                SupplicantServices& services) {
   std::string text = kSupplicantHead;
-  if (eth.enabled && eth.security == "open") text += "\tkey_mgmt=NONE\n";
-  if (eth.enabled && eth.security == "enterprise") {
+  if (eth.enabled && eth.security == kSecurityOpen) text += "\tkey_mgmt=NONE\n";
+  if (eth.enabled && eth.security == kSecurityEnterprise) {
     text += enterpriseLines(eth, passThrough, credentials, services);
   }
   return text + kSupplicantTail;

@@ -1,9 +1,11 @@
 #include "settings/config_reader.h"
 
 #include <exception>
+#include <utility>
 
 #include "common/run_log.h"
 #include "settings/config_file.h"
+#include "settings/config_members.h"
 
 namespace {
 
@@ -16,63 +18,119 @@ constexpr const char* kDefaultEncoding = "UTF-8";
   failRun("config.json cannot be read or parsed");
 }
 
-void copyEth(const Json::Value& eth, configSettings& read) {
+// One object of config.json and its place, so that a member the library cannot convert is
+// reported where it stands.
+class group {
+ public:
+  group(const Json::Value& value, std::string place) : value_(value), place_(std::move(place)) {}
+
+  group member(const char* name) const { return group(lookUp(name), placeOf(name)); }
+
+  std::string text(const char* name) const {
+    return convert<std::string>(name, settingTypeError::kString,
+                                [](const Json::Value& v) { return v.asString(); });
+  }
+
+  bool flag(const char* name) const {
+    return convert<bool>(name, settingTypeError::kBool,
+                         [](const Json::Value& v) { return v.asBool(); });
+  }
+
+ private:
+  const Json::Value& lookUp(const char* name) const {
+    try {
+      return value_[name];
+    } catch (const Json::Exception&) {
+      throw settingTypeError(place_, settingTypeError::kObject);
+    }
+  }
+
+  std::string placeOf(const char* name) const {
+    return place_.empty() ? name : place_ + "/" + name;
+  }
+
+  template <typename Result, typename Convert>
+  Result convert(const char* name, const char* expected, Convert how) const {
+    const Json::Value& value = lookUp(name);
+    try {
+      return how(value);
+    } catch (const Json::Exception&) {
+      throw settingTypeError(placeOf(name), expected);
+    }
+  }
+
+  const Json::Value& value_;
+  std::string place_;
+};
+
+void copyEth(const group& eth, configSettings& read) {
   ethSettings& s = read.settings.eth;
-  s.enabled = eth["enabled"].asBool();
-  s.type = eth["type"].asString();
-  s.ipAddress = eth["IP address"].asString();
-  s.networkMask = eth["network mask"].asString();
-  s.defaultGateway = eth["default gateway"].asString();
-  s.security = eth["security"].asString();
-  s.authenticationMethod = eth["authentication method"].asString();
-  s.caCertificate = eth["ca certificate"].asString();
-  s.pkcs12Certificate = eth["pkcs12 certificate"].asString();
-  s.pkcs12Password = eth["pkcs12 password"].asString();
-  s.userName = eth["user name"].asString();
-  s.userPassword = eth["user password"].asString();
-  s.fallback = eth["fallback"].asBool();
-  read.passThrough = eth["ask for credentials"].asBool();
+  s.enabled = eth.flag(kMemberEnabled);
+  s.type = eth.text(kMemberType);
+  s.ipAddress = eth.text(kMemberIpAddress);
+  s.networkMask = eth.text(kMemberNetworkMask);
+  s.defaultGateway = eth.text(kMemberDefaultGateway);
+  s.security = eth.text(kMemberSecurity);
+  s.authenticationMethod = eth.text(kMemberAuthenticationMethod);
+  s.caCertificate = eth.text(kMemberCaCertificate);
+  s.pkcs12Certificate = eth.text(kMemberPkcs12Certificate);
+  s.pkcs12Password = eth.text(kMemberPkcs12Password);
+  s.userName = eth.text(kMemberUserName);
+  s.userPassword = eth.text(kMemberUserPassword);
+  s.fallback = eth.flag(kMemberFallback);
+  read.passThrough = eth.flag(kMemberAskForCredentials);
 }
 
-void copyWlan(const Json::Value& wlan, wlanSettings& s) {
-  s.enabled = wlan["enabled"].asBool();
-  s.type = wlan["type"].asString();
-  s.ssid = wlan["ssid"].asString();
-  s.advancedSecurity = wlan["advanced security"].asString();
-  s.security = wlan["security"].asString();
-  s.authenticationMethod = wlan["authentication method"].asString();
-  s.caCertificate = wlan["ca certificate"].asString();
-  s.pkcs12Certificate = wlan["pkcs12 certificate"].asString();
-  s.pkcs12Password = wlan["pkcs12 password"].asString();
-  s.encryption = wlan["encryption"].asString();
-  s.hiddenSsid = wlan["hidden ssid"].asBool();
-  s.passphrase = wlan["passphrase"].asString();
-  s.ipAddress = wlan["IP address"].asString();
-  s.networkMask = wlan["network mask"].asString();
-  s.defaultGateway = wlan["default gateway"].asString();
-  s.userName = wlan["user name"].asString();
-  s.userPassword = wlan["user password"].asString();
-  s.frequency = wlan["frequency"].asString();
+void copyWlan(const group& wlan, wlanSettings& s) {
+  s.enabled = wlan.flag(kMemberEnabled);
+  s.type = wlan.text(kMemberType);
+  s.ssid = wlan.text(kMemberSsid);
+  s.advancedSecurity = wlan.text(kMemberAdvancedSecurity);
+  s.security = wlan.text(kMemberSecurity);
+  s.authenticationMethod = wlan.text(kMemberAuthenticationMethod);
+  s.caCertificate = wlan.text(kMemberCaCertificate);
+  s.pkcs12Certificate = wlan.text(kMemberPkcs12Certificate);
+  s.pkcs12Password = wlan.text(kMemberPkcs12Password);
+  s.encryption = wlan.text(kMemberEncryption);
+  s.hiddenSsid = wlan.flag(kMemberHiddenSsid);
+  s.passphrase = wlan.text(kMemberPassphrase);
+  s.ipAddress = wlan.text(kMemberIpAddress);
+  s.networkMask = wlan.text(kMemberNetworkMask);
+  s.defaultGateway = wlan.text(kMemberDefaultGateway);
+  s.userName = wlan.text(kMemberUserName);
+  s.userPassword = wlan.text(kMemberUserPassword);
+  s.frequency = wlan.text(kMemberFrequency);
 }
 
-void copyDns(const Json::Value& dns, dnsSettings& s) {
-  s.type = dns["type"].asString();
-  s.dns1 = dns["dns1"].asString();
-  s.dns2 = dns["dns2"].asString();
-  s.domain = dns["domain"].asString();
+void copyDns(const group& dns, dnsSettings& s) {
+  s.type = dns.text(kMemberType);
+  s.dns1 = dns.text(kMemberDns1);
+  s.dns2 = dns.text(kMemberDns2);
+  s.domain = dns.text(kMemberDomain);
 }
 
 }  // namespace
 
+settingTypeError::settingTypeError(std::string place, const char* expected)
+    : Json::Exception((place.empty() ? std::string("config.json") : place) + " is not " + expected),
+      place_(std::move(place)),
+      expected_(expected) {}
+
 configSettings settingsFromJson(const Json::Value& json) {
+  const group top(json, "");
   // Looked up though unused: a top-level value that is not an object fails here already.
-  json.get("encoding", kDefaultEncoding).asString();
-  const Json::Value& network = json["network settings"];
-  const Json::Value& interfaces = network["interfaces"];
+  try {
+    json.get(kMemberEncoding, kDefaultEncoding).asString();
+  } catch (const Json::Exception&) {
+    throw settingTypeError(json.isObject() ? kMemberEncoding : "",
+                           json.isObject() ? settingTypeError::kString : settingTypeError::kObject);
+  }
+  const group network = top.member(kMemberNetworkSettings);
+  const group interfaces = network.member(kMemberInterfaces);
   configSettings read;
-  copyEth(interfaces["eth"], read);
-  copyWlan(interfaces["wlan"], read.settings.wlan);
-  copyDns(network["DNS"], read.settings.dns);
+  copyEth(interfaces.member(kMemberEth), read);
+  copyWlan(interfaces.member(kMemberWlan), read.settings.wlan);
+  copyDns(network.member(kMemberDns), read.settings.dns);
   return read;
 }
 

@@ -38,6 +38,7 @@ lab_start() {
   wait_until 10 lab_sandboxes_up && [ -e "$LAB_DIR/device.ready" ] && [ -e "$LAB_DIR/peer.ready" ] ||
     lab_abort "the sandboxes did not come up: $(cat "$LAB_DIR"/*-holder.log)"
   on_device cp "$LAB_TOOL" /usr/bin/qv-netconf
+  on_device cp "$(dirname "$LAB_TOOL")/qv-netconf-check" /usr/bin/qv-netconf-check
   on_peer ip link set eth0-peer up
   on_peer ip link set wlan0-peer up
 }
@@ -136,6 +137,14 @@ LAB_CONFIG=/KQ/configuration/config.json
 write_config() { # eth-members wlan-members dns-members
   printf '{\n  "encoding": "UTF-8",\n  "network settings": {\n    "interfaces": {\n      "eth": {%s},\n      "wlan": {%s}\n    },\n    "DNS": {%s}\n  }\n}\n' \
     "$1" "$2" "$3" | put_file on_device "$LAB_CONFIG"
+  # The checker reads every config.json the lab writes. Scenarios also break files on purpose, so
+  # its findings are shown, not judged (one that stands beside a link that came up is a false
+  # alarm); a file it cannot read, or a crash, fails the scenario.
+  local findings lines
+  findings=$(on_device qv-netconf-check "$LAB_CONFIG") || [ $? = 1 ] ||
+    fail "qv-netconf-check reads config.json" "$findings"
+  mapfile -t lines <<<"${findings//"$LAB_CONFIG: "/}"
+  [ -z "$findings" ] || printf '       check: %s\n' "${lines[@]}"
 }
 
 # Polls a command every tenth of a second until it succeeds or the seconds run out.

@@ -1,0 +1,143 @@
+#include "check/check_command.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <sstream>
+
+#include "check/config_check.h"
+#include "check/findings_output.h"
+#include "credentials/cipher_key.h"
+#include "generate/setting_words.h"
+#include "settings/config_file.h"
+
+namespace {
+
+void printUsage(std::ostream& out) {
+  out << "Usage: qv-netconf-check [--json] [--certificates DIR] CONFIG\n"
+         "Checks CONFIG, a config.json for qv-netconf, before it is applied: every setting that "
+         "can\nnever work is an error, every one that works but is probably not what was meant a "
+         "warning.\n"
+         "  --json              print the findings as one JSON array\n"
+         "  --certificates DIR  look certificate files up in DIR/"
+      << kCaCertificatesDir << " and DIR/" << kPkcs12Dir << "\n"
+      << "                      (default " << kCertificateStore << ")\n"
+      << "  --help              print this text\n"
+         "Exit status: 0 no error, 1 errors, 2 CONFIG cannot be read or is not a JSON object.\n";
+}
+
+struct options {
+  bool json = false;
+  std::string certificates = kCertificateStore;
+  std::string config;
+};
+
+// False (with the reason on `err`) for a command line that names no single CONFIG.
+bool parseOptions(const std::vector<std::string>& args, options& chosen, std::ostream& err) {
+  bool haveConfig = false;
+  bool optionsEnd = false;
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    const std::string& word = args[i];
+    if (!optionsEnd && word == "--json") {
+      chosen.json = true;
+    } else if (!optionsEnd && word == "--certificates" && i + 1 < args.size()) {
+      chosen.certificates = args[++i];
+    } else if (!optionsEnd && word == "--") {
+      optionsEnd = true;
+    } else if ((optionsEnd || word.empty() || word[0] != '-') && !haveConfig) {
+      chosen.config = word;
+      haveConfig = true;
+    } else {
+      err << "qv-netconf-check: unexpected " << quoted(word) << "\n";
+      printUsage(err);
+      return false;
+    }
+  }
+  if (!haveConfig) {
+    err << "qv-netconf-check: no CONFIG given\n";
+    printUsage(err);
+  }
+  return haveConfig;
+}
+
+bool isRegularFile(const std::string& path) {
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+// Why the file cannot be parsed, in one line: the reader's first message with its position.
+std::string unreadable(const std::string& path) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0 || access(path.c_str(), R_OK) != 0) {
+    return std::string("cannot be read: ") + std::strerror(errno);
+  }
+  if (S_ISDIR(status.st_mode)) return "cannot be read: it is a directory";
+  // "* Line 1, Column 2\n  Syntax error: ...\n": the first error, on one line.
+  std::istringstream messages(reader.getFormattedErrorMessages());
+  std::string position;
+  std::string reason;
+  std::getline(messages, position);
+  std::getline(messages, reason);
+  position.erase(0, position.find_first_not_of("* "));
+  reason.erase(0, reason.find_first_not_of(' '));
+  const std::string detail = reason.empty() ? position : position + ": " + reason;
+  return "is not valid JSON" + (detail.empty() ? std::string() : " (" + detail + ")") +
+         ": the tool stops and writes no file; fix the file";
+}
+
+const char* jsonKind(const Json::Value& value) {
+  switch (value.type()) {
+    case Json::arrayValue:
+      return "an array";
+    case Json::stringValue:
+      return "a string";
+    case Json::nullValue:
+      return "null";
+    case Json::booleanValue:
+      return "a bool";
+    default:
+      return "a number";
+  }
+}
+
+}  // namespace
+
+int runCheck(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+  if (args.size() == 1 && args[0] == "--help") {
+    printUsage(out);
+    return kCheckClean;
+  }
+  options chosen;
+  if (!parseOptions(args, chosen, err)) return kCheckUnusable;
+  const auto print = [&](const std::vector<finding>& findings) {
+    if (chosen.json) {
+      printFindingsJson(findings, out);
+    } else {
+      printFindings(chosen.config, findings, out);
+    }
+  };
+  if (!parseConfigJson(chosen.config)) {
+    print({{severity::error, "", unreadable(chosen.config)}});
+    return kCheckUnusable;
+  }
+  if (!root.isObject()) {
+    print({{severity::error, "",
+            std::string("is ") + jsonKind(root) +
+                ", not a JSON object: the tool reads no settings from it; write one object "
+                "holding \"network settings\""}});
+    return kCheckUnusable;
+  }
+  loadCipherKey();
+  const std::string store = chosen.certificates;
+  const auto holds = [&store](const char* dir, const std::string& name) {
+    return isRegularFile(store + "/" + dir + "/" + name);
+  };
+  const std::vector<finding> findings = checkConfig(root, {store, holds});
+  print(findings);
+  for (const finding& f : findings) {
+    if (f.level == severity::error) return kCheckErrors;
+  }
+  return kCheckClean;
+}
