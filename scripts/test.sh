@@ -11,6 +11,7 @@ tests/lab/setup.sh
 scripts/build.sh
 scripts/check-format.sh
 (cd build && ctest --output-on-failure -j "$(nproc)") | tee build/ctest.log
+tests/lab/chroot-check.sh build/qv-netconf
 scripts/static-analysis.sh
 scripts/sanitize.sh
 scripts/fuzz.sh "${QV_FUZZ_SECONDS:-30}"

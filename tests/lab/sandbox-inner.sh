@@ -28,5 +28,7 @@ if [ "$ROLE" = device ]; then
   cp "$HERE/../e2e/openssl-legacy.cnf" /etc/ssl/openssl.cnf
 fi
 
+# Commands entered into this machine start here (lab_enter).
+cd /
 touch "$LAB/$ROLE.ready"
 exec sleep infinity
