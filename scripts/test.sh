@@ -8,7 +8,7 @@
 # can run without it), and the run ends with every stage's result and time, then the tests'
 # "N passed, N failed" from CTest.
 set -uo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/.." || exit 2
 
 STAGES=(
   "packages|scripts/setup.sh && tests/lab/setup.sh|required"

@@ -33,6 +33,7 @@ snapshot() {
 
 # Runs inside a new PID and mount namespace: builds the chroot, runs the tests in it, and lists
 # the processes of the run still alive afterwards (the namespace's end then takes them down).
+# shellcheck disable=SC2317 # run through "bash -c inner"
 inner() {
   local root=$WORK/root
   set -e
@@ -61,7 +62,7 @@ inner() {
     [ "${process##*/}" != 1 ] && read -r comm <"$process/comm" 2>/dev/null && left="$left ${process##*/}:$comm"
   done
   [ -z "$left" ] || { echo "chroot-check: processes of the run still alive:$left"; status=1; }
-  return $status
+  return "$status"
 }
 
 touch "$WORK/started"
