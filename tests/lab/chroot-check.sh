@@ -52,11 +52,11 @@ inner() {
   mount -o remount,bind,ro "$root$REPO"
   cp "$TOOL" "$root/tmp/tool/qv-netconf"
   set +e
-  chroot "$root" /bin/bash -c "cd '$REPO' &&
-    tests/lab/run-scenario.sh /tmp/tool/qv-netconf $SCENARIO &&
-    tests/e2e/run-case.sh /tmp/tool/qv-netconf $CASE && echo 'e2e case passed' &&
-    tests/e2e/checks/host-untouched.sh"
-  local status=$? process comm left=
+  local status=0 process comm left=
+  in_chroot() { chroot "$root" /usr/bin/env -C "$REPO" "$@" || status=1; }
+  in_chroot tests/lab/run-scenario.sh /tmp/tool/qv-netconf "$SCENARIO"
+  in_chroot tests/e2e/run-case.sh /tmp/tool/qv-netconf "$CASE"
+  in_chroot tests/e2e/checks/host-untouched.sh
   # A glob, not a command: nothing of this listing itself shows up in it.
   for process in "$root"/proc/[0-9]*; do
     [ "${process##*/}" != 1 ] && read -r comm <"$process/comm" 2>/dev/null && left="$left ${process##*/}:$comm"
