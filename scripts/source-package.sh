@@ -15,7 +15,8 @@ fail() {
   exit 1
 }
 
-[ -f "$JSONCPP/.debian-version" ] || fail "no JSON library source in $JSONCPP: run scripts/fetch-jsoncpp.sh"
+[ -f "$JSONCPP/.debian-version" ] || scripts/fetch-jsoncpp.sh ||
+  fail "no JSON library source in $JSONCPP (scripts/fetch-jsoncpp.sh, as root, fetches it)"
 version=$(dpkg-parsechangelog -S Version)
 upstream=${version%-*}
 project_version=$(sed -n 's/^project(qv-netconf VERSION \([^ ]*\) .*/\1/p' CMakeLists.txt)
