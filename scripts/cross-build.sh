@@ -1,14 +1,17 @@
 #!/bin/bash
-# Builds and checks the Debian package for one architecture:
+# Builds and checks the Debian package for one architecture, the way anyone builds it: from the
+# source package, offline.
 #   scripts/cross-build.sh ARCH        (arm64, armhf, or this machine's, amd64)
+# DEB_BUILD_OPTIONS=nocheck skips the unit tests (and selects the nocheck build profile).
 # 1. installs what the build needs (scripts/setup.sh --packaging ARCH);
-# 2. builds with dpkg-buildpackage in a copy of the tree under out/ARCH/ (the packages land in
-#    out/ARCH/); the build runs the unit tests and the manual page check, under qemu-user when
-#    ARCH is not this machine's;
-# 3. runs lintian, which must report no errors;
-# 4. checks the package: its architecture, the files `cmake --install` installs (the package may
-#    only add its copyright, changelog and lintian overrides, and compress), and that its tool
-#    runs and prints the usage text.
+# 2. writes the source package (scripts/source-package.sh) and unpacks it under out/ARCH/;
+# 3. builds it with dpkg-buildpackage without network access (the packages land in out/ARCH/);
+#    the build runs the unit tests and the manual page check, under qemu-user when ARCH is not
+#    this machine's;
+# 4. runs lintian, which must report no errors;
+# 5. checks the package: its architecture, the files `cmake --install` installs (the package may
+#    only add its copyright, changelog and lintian overrides, and compress), its Built-Using, and
+#    that its tool is static, runs and prints the usage text.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 ARCH=${1:?usage: scripts/cross-build.sh ARCH}
@@ -22,32 +25,32 @@ fail() {
 }
 
 rm -rf "$OUT"
-mkdir -p "$SRC"
+mkdir -p "$OUT"
 step "installing the packaging tools and the build dependencies for $ARCH"
 scripts/setup.sh --packaging "$ARCH" >"$OUT/setup.log" 2>&1 ||
   { tail -n 40 "$OUT/setup.log"; fail "setup failed (log: $OUT/setup.log)"; }
 
-step "copying the tree to $SRC"
-if git rev-parse --is-inside-work-tree >/dev/null 2>&1; then
-  # Tracked and new files, as the next commit would hold them; build outputs are ignored.
-  git ls-files -z --cached --others --exclude-standard |
-    tar --null --ignore-failed-read -T - -cf - | tar -xf - -C "$SRC"
-else
-  tar --exclude=./out --exclude='./build*' -cf - . | tar -xf - -C "$SRC"
-fi
-# The JSON library's Debian source is fetched by setup, not tracked (scripts/fetch-jsoncpp.sh).
-cp -a third_party "$SRC/"
+step "writing the source package and unpacking it to $SRC"
+scripts/source-package.sh >"$OUT/source.log" 2>&1 || { cat "$OUT/source.log"; fail "no source package"; }
+version=$(dpkg-parsechangelog -S Version)
+dpkg-source -x "out/source/qv-netconf_$version.dsc" "$SRC" >>"$OUT/source.log" 2>&1 ||
+  { cat "$OUT/source.log"; fail "cannot unpack the source package"; }
 
-version=$(dpkg-parsechangelog -l "$SRC/debian/changelog" -S Version)
-project_version=$(sed -n 's/^project(qv-netconf VERSION \([^ ]*\) .*/\1/p' "$SRC/CMakeLists.txt")
-[ "$version" = "$project_version" ] ||
-  fail "debian/changelog says $version but CMakeLists.txt says $project_version"
+# No network: what the build needs must be in the source package and the build dependencies.
+offline=()
+if unshare --net true 2>/dev/null; then offline=(unshare --net); else
+  echo "cross-build: cannot make a network namespace here; building with the network reachable"
+fi
+profiles=()
+[ "$ARCH" = "$(dpkg --print-architecture)" ] || profiles+=(cross)
+[[ " ${DEB_BUILD_OPTIONS:-} " == *" nocheck "* ]] && profiles+=(nocheck)
+target=()
+[ "$ARCH" = "$(dpkg --print-architecture)" ] || target=(--host-arch="$ARCH")
+[ ${#profiles[@]} -eq 0 ] || target+=(--build-profiles="$(IFS=, && echo "${profiles[*]}")")
 
 step "dpkg-buildpackage for $ARCH (log: $OUT/build.log)"
-target=()
-[ "$ARCH" = "$(dpkg --print-architecture)" ] || target=(--host-arch="$ARCH" --build-profiles=cross)
 (cd "$SRC" && DEB_BUILD_OPTIONS="parallel=$(nproc) ${DEB_BUILD_OPTIONS:-}" \
-  dpkg-buildpackage -b -us -uc "${target[@]}") >"$OUT/build.log" 2>&1 ||
+  "${offline[@]}" dpkg-buildpackage -b -us -uc "${target[@]}") >"$OUT/build.log" 2>&1 ||
   { tail -n 60 "$OUT/build.log"; fail "the package build failed"; }
 grep -E '^[0-9]+% tests passed' "$OUT/build.log" || echo "(tests not run: nocheck)"
 
@@ -65,6 +68,10 @@ grep -v 'running with root privileges' "$OUT/lintian.log" || true
 
 step "checking the package contents"
 [ "$(dpkg-deb -f "$deb" Architecture)" = "$ARCH" ] || fail "$deb is not built for $ARCH"
+built_using=$(dpkg-deb -f "$deb" Built-Using)
+echo "Built-Using: $built_using"
+[[ $built_using == *"libjsoncpp (= $(cat "$SRC/jsoncpp/.debian-version"))"* ]] ||
+  fail "Built-Using does not name the JSON library's source"
 unpacked=$OUT/unpacked
 installed=$OUT/cmake-install
 dpkg-deb -x "$deb" "$unpacked"
@@ -74,7 +81,7 @@ expected=$( (
   cd "$installed" && find . -type f |
     while read -r file; do [ -f "$unpacked/$file" ] && echo "$file" || echo "$file.gz"; done
   echo ./usr/share/doc/qv-netconf/copyright
-  echo ./usr/share/doc/qv-netconf/changelog.gz
+  echo ./usr/share/doc/qv-netconf/changelog.Debian.gz
   echo ./usr/share/lintian/overrides/qv-netconf
 ) | sort)
 [ "$packaged" = "$expected" ] ||
@@ -91,6 +98,7 @@ for file in "${required[@]}"; do
 done
 
 step "running the packaged tool"
+readelf -lW "$unpacked/usr/sbin/qv-netconf" | grep -q INTERP && fail "the packaged tool is not static"
 # The emulator the build ran the tests with (none for this machine's architecture).
 emulator=$(sed -n 's/^CMAKE_CROSSCOMPILING_EMULATOR:[A-Z]*=//p' "$SRC"/obj-*/CMakeCache.txt | tr ';' ' ')
 if [ ${#target[@]} -gt 0 ] && [ -z "$emulator" ]; then

@@ -2,10 +2,28 @@
 # Builds the tool and runs its main job inside the sandbox: set-config in console mode on the
 # shipped examples/config.json (with wired credentials typed on the command line), then prints
 # the five network files it wrote. Nothing outside the sandbox is touched.
+# Installs only what that needs; the installer's and the compiler's output go to logs under build/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-scripts/setup.sh
-scripts/build.sh >/dev/null
+mkdir -p build
+
+# Runs one preparation step with its output in a log, and says how long it took.
+step() { # description log command...
+  local description=$1 log=$2 started=$SECONDS
+  shift 2
+  printf 'demo: %s (log: %s) ... ' "$description" "$log"
+  if "$@" >"$log" 2>&1; then
+    echo "done in $((SECONDS - started)) s"
+  else
+    echo "failed"
+    tail -n 20 "$log" >&2
+    echo "demo: $description failed; the whole output is in $log" >&2
+    exit 1
+  fi
+}
+step "installing the compiler, CMake and the libraries" build/setup.log scripts/setup.sh --tool
+step "building the tool" build/build.log scripts/build.sh qv-netconf
+echo
 
 work=$(mktemp -d /tmp/qv-demo.XXXXXX)
 trap 'rm -rf "$work"' EXIT

@@ -1,31 +1,42 @@
 #!/bin/bash
-# Installs everything the build and the tests need on Debian 12 (run as root). Safe to repeat:
-# packages already present are not fetched again.
-#   scripts/setup.sh [--packaging ARCH]
-# With --packaging, also what building the Debian package for ARCH needs: the packaging tools and
-# the build dependencies of debian/control for ARCH (for another architecture: that architecture
-# added to dpkg, its cross toolchain, its libraries and qemu-user to run its tests).
+# Installs what building, running and testing the tool needs on Debian 12 (run as root). Safe to
+# repeat: packages already present are not fetched again.
+#   scripts/setup.sh [--tool | --packaging ARCH]
+# Without options: everything scripts/test.sh needs. --tool: only what building the tool and
+# running it in the sandbox needs (scripts/demo.sh). --packaging ARCH: what building the Debian
+# package for ARCH needs: the packaging tools and the build dependencies of debian/control for
+# ARCH (for another architecture: that architecture added to dpkg, its cross toolchain, its
+# libraries and qemu-user to run its tests).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-PACKAGES=(
-  build-essential cmake pkgconf clang-format
+TOOL_PACKAGES=(
+  build-essential cmake pkgconf libjsoncpp-dev libcrypto++-dev libgtest-dev
+  # what the sandbox runs for real: the key derivation utilities, overlays and namespaces
+  wpasupplicant openssl util-linux iproute2
+)
+TEST_PACKAGES=(
+  clang-format net-tools ethtool
   # sanitizer, fuzzing and static analysis runs
   clang libclang-rt-14-dev clang-tidy cppcheck
-  libjsoncpp-dev libcrypto++-dev libgtest-dev
   # the parser microbenchmarks (bench/micro)
   libbenchmark-dev
   # the benchmark's instruction counts
   valgrind
-  # what the sandboxed tests run for real: the key derivation utilities, overlays and namespaces
-  wpasupplicant openssl util-linux iproute2 net-tools ethtool
   # the manual page is checked for groff warnings
   groff-base
 )
+PACKAGES=("${TOOL_PACKAGES[@]}" "${TEST_PACKAGES[@]}")
 PACKAGING_ARCH=
-if [ "${1:-}" = --packaging ]; then
-  PACKAGING_ARCH=${2:?usage: scripts/setup.sh [--packaging ARCH]}
-fi
+case ${1:-} in
+  --tool) PACKAGES=("${TOOL_PACKAGES[@]}") ;;
+  --packaging)
+    PACKAGING_ARCH=${2:?usage: scripts/setup.sh [--tool | --packaging ARCH]}
+    PACKAGES=("${TOOL_PACKAGES[@]}")
+    ;;
+  "") ;;
+  *) echo "usage: scripts/setup.sh [--tool | --packaging ARCH]" >&2; exit 2 ;;
+esac
 
 export DEBIAN_FRONTEND=noninteractive
 updated=
@@ -45,7 +56,7 @@ not_installed() {
 mapfile -t missing < <(not_installed "${PACKAGES[@]}")
 if [ ${#missing[@]} -gt 0 ]; then
   update_index
-  apt-get install -y --no-install-recommends "${missing[@]}"
+  apt-get -o DPkg::Lock::Timeout=600 install -y --no-install-recommends "${missing[@]}"
 fi
 scripts/fetch-jsoncpp.sh
 [ -n "$PACKAGING_ARCH" ] || exit 0
@@ -63,6 +74,6 @@ fi
 mapfile -t missing < <(not_installed "${tools[@]}")
 if [ ${#missing[@]} -gt 0 ] || ! dpkg-checkbuilddeps "${target[@]}" >/dev/null 2>&1; then
   update_index
-  apt-get install -y --no-install-recommends "${tools[@]}"
-  apt-get build-dep -y --no-install-recommends "${target[@]}" ./
+  apt-get -o DPkg::Lock::Timeout=600 install -y --no-install-recommends "${tools[@]}"
+  apt-get -o DPkg::Lock::Timeout=600 build-dep -y --no-install-recommends "${target[@]}" ./
 fi

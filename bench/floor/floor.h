@@ -43,7 +43,7 @@ static inline int keepLastMatch(const char* piece, void* context) {
 static inline void writeFile(const char* path, const char* text, mode_t mode) {
   char temporary[256];
   snprintf(temporary, sizeof temporary, "%s.floor-XXXXXX", path);
-  const int fd = mkostemp(temporary, O_CLOEXEC);
+  const int fd = mkstemp(temporary);
   if (fd < 0) return;
   fchmod(fd, mode);
   const size_t size = strlen(text);

@@ -15,6 +15,8 @@
 set -euo pipefail
 
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+# shellcheck source=confinement.sh
+. "$HERE/confinement.sh"
 # Utilities the tool runs that are always faked; a case may fake more by giving them answers.
 FAKED_UTILITIES=(ifconfig route ip ethtool iwconfig iwlist ifup ifdown rfkill ipsec)
 FREQ_LIST_UTILITY=/usr/bin/qv-get-freq-list
@@ -95,6 +97,7 @@ while [ $# -gt 0 ]; do
   esac
 done
 [ -n "$TOOL" ] && [ -n "$OUT" ] || { echo "sandbox.sh: --tool and --out are required" >&2; exit 2; }
+confinement_check sandbox.sh
 
 ARGS=("$@")
 if [ ${#ARGS[@]} -eq 0 ] && [ -n "$CASE" ] && [ -f "$CASE/args" ]; then

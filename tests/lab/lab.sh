@@ -19,6 +19,7 @@ LAB_FAILED=0
 
 lab_start() {
   [ "$(id -u)" = 0 ] || lab_abort "the lab needs root (namespaces and mounts)"
+  confinement_check lab
   [ -d /KQ ] || lab_abort "no mount point for the certificate store: run tests/lab/setup.sh"
   LAB_DIR=$(mktemp -d "${LAB_ROOT:-/tmp}/qv-lab.XXXXXX")
   trap lab_stop EXIT
@@ -95,10 +96,12 @@ lab_abort() {
 on_device() { lab_enter "$DEVICE_HOLDER" "$@"; }
 on_peer() { lab_enter "$PEER_HOLDER" "$@"; }
 
+# Entering a mount namespace puts a process at that namespace's real root, which in a chroot is
+# the machine's: --root and --wd take the holder's own root and working directory (/) instead.
 lab_enter() { # holder command...
   local holder=$1
   shift
-  nsenter -t "$holder" -m -n --wd=/ -- env -i PATH="$LAB_PATH" HOME=/root LANG=C.UTF-8 "$@"
+  nsenter -t "$holder" -m -n --root --wd -- env -i PATH="$LAB_PATH" HOME=/root LANG=C.UTF-8 "$@"
 }
 
 # Writes standard input to a file on one machine: put_file on_device|on_peer PATH.
@@ -239,6 +242,8 @@ lab_finish() {
   [ "$LAB_FAILED" = 0 ]
 }
 
+# shellcheck source=../e2e/confinement.sh
+. "$LAB_HERE/../e2e/confinement.sh"
 # shellcheck source=credentials.sh
 . "$LAB_HERE/credentials.sh"
 # shellcheck source=services.sh

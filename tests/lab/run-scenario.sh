@@ -27,21 +27,18 @@ sweep() {
 }
 
 # What the lab could touch on this machine if a sandbox leaked: the files the tool and the daemons
-# write, the network, and daemons left running outside the lab's namespaces.
+# write, the network, and daemons left running outside the lab's namespaces. Seen from the
+# machine's own root and network, so a run inside a chroot is checked against the machine too.
 HOST_FILES=(/etc/network /etc/wpa_supplicant /etc/dhcpcd.conf /etc/resolv.conf /etc/dhcp /etc/hostapd
             /etc/ipsec.conf /etc/ipsec.secrets /etc/strongswan.d /etc/ssl/openssl.cnf /var/lib/dhcp
-            /var/lib/dhcpcd /usr/bin/qv-netconf /usr/bin/qv-get-freq-list /KQ)
-DAEMONS=(dnsmasq hostapd charon starter dhclient dhcpcd wpa_supplicant)
+            /var/lib/dhcpcd /usr/bin/qv-netconf /usr/bin/qv-get-freq-list /KQ /run/charon.ctl
+            /run/charon.vici /run/hostapd /run/wpa_supplicant /run/dnsmasq)
 host_snapshot() {
-  find "${HOST_FILES[@]}" -printf '%p %m %s %T@\n' 2>/dev/null | sort
-  ip -o link show | sed 's/ link\/.*//'
-  ip -o addr show
-  ip route show
-  local pid here
-  here=$(readlink /proc/self/ns/net)
-  for pid in $(for name in "${DAEMONS[@]}"; do pgrep -x "$name"; done); do
-    [ "$(readlink "/proc/$pid/ns/net" 2>/dev/null)" = "$here" ] && echo "daemon on this machine: $pid $(cat "/proc/$pid/comm")"
-  done
+  find "${HOST_FILES[@]/#/$MACHINE_ROOT}" -printf '%p %m %s %T@\n' 2>/dev/null | sort
+  machine_ip -o link show | sed 's/ link\/.*//'
+  machine_ip -o addr show
+  machine_ip route show
+  machine_daemons
 }
 
 sweep

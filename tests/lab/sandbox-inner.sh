@@ -18,6 +18,9 @@ for tree in etc usrbin; do mkdir -p "$MNT/$tree/upper" "$MNT/$tree/work"; done
 mount -t overlay "qvlab-$ROLE-etc" -o "lowerdir=/etc,upperdir=$MNT/etc/upper,workdir=$MNT/etc/work" /etc
 mount -t overlay "qvlab-$ROLE-usrbin" \
   -o "lowerdir=/usr/bin,upperdir=$MNT/usrbin/upper,workdir=$MNT/usrbin/work" /usr/bin
+# sudo looks up the machine's name, which a Debian installation lists in /etc/hosts (a bare
+# chroot's may not).
+grep -qw "$(hostname)" /etc/hosts || echo "127.0.1.1 $(hostname)" >>/etc/hosts
 for dir in /run /var/lib/dhcp /var/lib/dhcpcd; do mount -t tmpfs "qvlab-$ROLE" "$dir"; done
 mkdir -p /run/network /run/lock /run/sudo
 ip link set lo up
@@ -28,5 +31,7 @@ if [ "$ROLE" = device ]; then
   cp "$HERE/../e2e/openssl-legacy.cnf" /etc/ssl/openssl.cnf
 fi
 
+# Commands entered into this machine start here (lab_enter).
+cd /
 touch "$LAB/$ROLE.ready"
 exec sleep infinity

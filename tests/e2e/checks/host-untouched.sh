@@ -1,20 +1,24 @@
 #!/bin/bash
 # Proves the sandbox keeps writes away from this machine: a stand-in tool writes every file the
 # real tool may write (and more) inside the sandbox, sees its writes there, and afterwards the
-# host's /etc, /usr/bin, /dev and network links are exactly as before.
+# host's /etc, /usr/bin, /dev and network links are exactly as before, seen from the machine's own
+# root and network (not a chroot's).
 set -euo pipefail
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# shellcheck source=../confinement.sh
+. "$HERE/confinement.sh"
 WORK=$(mktemp -d /tmp/qv-host-check.XXXXXX)
 trap 'rm -rf "$WORK"' EXIT
 
 FILES=(/etc/network/interfaces /etc/wpa_supplicant/wpa_supplicant.conf
        /etc/wpa_supplicant/wpa_supplicant_wired.conf /etc/dhcpcd.conf /etc/resolv.conf)
 snapshot() {
-  for f in "${FILES[@]}"; do
+  local f
+  for f in "${FILES[@]/#/$MACHINE_ROOT}"; do
     if [ -e "$f" ]; then echo "$f $(stat -c '%a %s %Y' "$f") $(sha256sum <"$f")"; else echo "$f absent"; fi
   done
-  ls -la --time-style=full-iso /etc /usr/bin | sha256sum
-  ip -o link show | sed 's/ link\/.*//' | sha256sum
+  ls -la --time-style=full-iso "$MACHINE_ROOT/etc" "$MACHINE_ROOT/usr/bin" | sha256sum
+  machine_ip -o link show | sed 's/ link\/.*//' | sha256sum
 }
 snapshot >"$WORK/before"
 
@@ -41,6 +45,6 @@ if ! diff -u "$WORK/before" "$WORK/after"; then
   echo "the host changed"
   exit 1
 fi
-[ ! -e /usr/bin/qv-sandbox-probe ] || { echo "/usr/bin was written"; exit 1; }
-[ ! -e /dev/qv-sandbox-probe ] || { echo "/dev was written"; exit 1; }
+[ ! -e "$MACHINE_ROOT/usr/bin/qv-sandbox-probe" ] || { echo "/usr/bin was written"; exit 1; }
+[ ! -e "$MACHINE_ROOT/dev/qv-sandbox-probe" ] || { echo "/dev was written"; exit 1; }
 echo "host untouched"
