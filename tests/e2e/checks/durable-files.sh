@@ -53,6 +53,7 @@ old_files() {
   chmod 600 /etc/wpa_supplicant/*.conf
 }
 snapshot() { for f in "${FILES[@]}"; do cp "$f" "$1/$(basename "$f")"; done; }
+seconds() { printf '%d.%06d' $(($1 / 1000000)) $(($1 % 1000000)); }
 temporaries() { find /etc /run -name '.*.qv-netconf.*' 2>/dev/null; }
 
 # --- killed at any instant -------------------------------------------------------------------
@@ -68,7 +69,7 @@ kills=60 torn=0
 for ((i = 0; i < kills; i++)); do
   old_files
   delay_us=$((run_us * i / kills))
-  (timeout -s KILL "$(printf '%d.%06d' $((delay_us / 1000000)) $((delay_us % 1000000)))" \
+  (timeout -s KILL "$(seconds "$delay_us")" \
     "$TOOL" "${SET_CONFIG[@]}" >/dev/null 2>&1) 2>/dev/null || true
   for f in "${FILES[@]}"; do
     name=$(basename "$f")
@@ -81,9 +82,13 @@ done
 [ "$torn" = 0 ] && ok "killed at $kills instants over $run_us us: every file whole-old or whole-new" ||
   fail "killed set-config left $torn torn files"
 temporaries | xargs -r rm -f
-for signal in TERM INT HUP; do
+# (Not SIGINT: a background job of a script ignores it, and the tool keeps it ignored.)
+for signal in TERM HUP ALRM; do
   old_files
-  timeout -s "$signal" 0.15 "$TOOL" "${SET_CONFIG[@]}" >/dev/null 2>&1 || true
+  "$TOOL" "${SET_CONFIG[@]}" >/dev/null 2>&1 &
+  sleep "$(seconds $((run_us / 2)))"
+  kill -s "$signal" $! 2>/dev/null
+  wait $! || true
   [ -z "$(temporaries)" ] && ok "SIG$signal leaves no temporary file" ||
     fail "SIG$signal left $(temporaries)"
 done
