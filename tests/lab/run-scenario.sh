@@ -34,7 +34,8 @@ HOST_FILES=(/etc/network /etc/wpa_supplicant /etc/dhcpcd.conf /etc/resolv.conf /
 DAEMONS=(dnsmasq hostapd charon starter dhclient dhcpcd wpa_supplicant)
 host_snapshot() {
   find "${HOST_FILES[@]}" -printf '%p %m %s %T@\n' 2>/dev/null | sort
-  ip -o link show | sed 's/ link\/.*//'
+  # A link that spent the run in a lab's namespace may come back under another index.
+  ip -o link show | sed -e 's/ link\/.*//' -e 's/^[0-9]*: //' | sort
   ip -o addr show
   ip route show
   local pid here
