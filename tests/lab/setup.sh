@@ -8,7 +8,7 @@ PACKAGES=(
   ifupdown isc-dhcp-client dhcpcd-base dnsmasq-base hostapd wpasupplicant
   strongswan-starter strongswan-charon strongswan-libcharon libcharon-extra-plugins
   net-tools ethtool iproute2 sudo openssl util-linux procps
-  qemu-system-x86 busybox-static iw wireless-tools rfkill
+  qemu-system-x86 busybox-static iw wireless-tools rfkill iputils-ping
 )
 POLICY=/usr/sbin/policy-rc.d
 

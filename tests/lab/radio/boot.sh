@@ -12,7 +12,7 @@ DEADLINE=${2:-220}
 CACHE=${QV_LAB_CACHE:-/var/cache/qv-netconf-lab}
 # The station radio and one radio per access point of the survey.
 RADIOS=7
-MODULES=(virtio_pci 9pnet_virtio 9p overlay veth tun "mac80211_hwsim radios=$RADIOS" ccm gcm ctr cmac)
+MODULES=(virtio_pci 9pnet_virtio 9p overlay veth tun "mac80211_hwsim radios=$RADIOS regtest=${QV_REGTEST:-5}" ccm gcm ctr cmac)
 
 radio_abort() {
   echo "radio: $*" >&2
@@ -21,8 +21,12 @@ radio_abort() {
 
 # --- the kernel, cached -----------------------------------------------------------------------
 
+# While another apt-get update replaces the lists, apt knows no package: the cached kernel serves.
 PACKAGE=$(apt-cache depends linux-image-amd64 2>/dev/null | awk '$1 == "Depends:" && $2 ~ /^linux-image-/ {print $2; exit}')
-[ -n "$PACKAGE" ] || radio_abort "apt knows no linux-image-amd64 package: run apt-get update"
+if [ -z "$PACKAGE" ]; then
+  PACKAGE=$(basename "$(ls -d "$CACHE"/linux-image-*/.unpacked 2>/dev/null | head -n 1 | xargs -r dirname)")
+  [ -n "$PACKAGE" ] || radio_abort "apt knows no linux-image-amd64 package: run apt-get update"
+fi
 VERSION=${PACKAGE#linux-image-}
 KERNEL_TREE=$CACHE/$PACKAGE
 if [ ! -e "$KERNEL_TREE/.unpacked" ]; then
@@ -68,7 +72,7 @@ printf 'TOOL=%q\nRADIOS=%q\n' "$TOOL" "$RADIOS" >"$RESULTS/run.conf"
 # --- the VM -------------------------------------------------------------------------------------
 
 started=${EPOCHREALTIME/./}
-timeout --kill-after=5 "$DEADLINE" qemu-system-x86_64 -nodefaults -accel tcg -cpu max -smp 2 -m 1536 \
+timeout --kill-after=5 "$DEADLINE" qemu-system-x86_64 -nodefaults -accel tcg -cpu ${QV_CPU:-max} -smp ${QV_SMP:-1} -m 1536 \
   -display none -monitor none -serial "file:$CONSOLE" -no-reboot -nic none \
   -kernel "$KERNEL_TREE/boot/vmlinuz-$VERSION" -initrd "$RUN/initramfs.cpio" \
   -append "console=ttyS0 panic=-1 quiet qv.stage=$HERE/vm-stage.sh" \

@@ -11,6 +11,9 @@ ln -s /proc/self/fd /dev/fd
 mount -t tmpfs run /run
 mount -t tmpfs tmp /tmp
 ip link set lo up
+# sudo looks its host's name up.
+hostname qv-radio-lab
+echo "127.0.1.1 qv-radio-lab" >>/etc/hosts
 awk '{print $1}' /proc/uptime >"$RESULTS/booted"
 # shellcheck source=/dev/null
 . "$RESULTS/run.conf"
