@@ -11,7 +11,7 @@ TOOL=$(realpath "$1")
 DEADLINE=${2:-220}
 CACHE=${QV_LAB_CACHE:-/var/cache/qv-netconf-lab}
 # The station radio and one radio per access point of the survey.
-RADIOS=7
+RADIOS=6
 MODULES=(virtio_pci 9pnet_virtio 9p overlay veth tun "mac80211_hwsim radios=$RADIOS regtest=${QV_REGTEST:-5}" ccm gcm ctr cmac)
 
 radio_abort() {

@@ -3,6 +3,8 @@
 # on the other radios in the peer. Sourced by the radio scenarios after lab.sh.
 
 # The access points: interface, channel, kind and SSID. Every AP's BSSID is its radio's address.
+# The mixed one offers WPA (TKIP) beside WPA2 (CCMP) with a pass phrase, the enterprise one with
+# 802.1X.
 RADIO_APS=(
   "wlan1 1 open Lab open"
   "wlan2 6 wpa2 Lab's personal"
@@ -48,7 +50,7 @@ start_ap() { # interface channel kind ssid
       wpa2 | hidden) printf '%s\n' wpa=2 wpa_key_mgmt=WPA-PSK rsn_pairwise=CCMP "wpa_passphrase=$RADIO_PASSPHRASE" ;;
       mixed) printf '%s\n' wpa=3 wpa_key_mgmt=WPA-PSK wpa_pairwise=TKIP rsn_pairwise=CCMP \
         "wpa_passphrase=$RADIO_PASSPHRASE" ;;
-      eap) printf '%s\n' wpa=2 wpa_key_mgmt=WPA-EAP rsn_pairwise=CCMP ieee8021x=1 eap_reauth_period=0
+      eap) printf '%s\n' wpa=3 wpa_key_mgmt=WPA-EAP wpa_pairwise=TKIP rsn_pairwise=CCMP ieee8021x=1 eap_reauth_period=0
         eap_server_lines "$name" "$RADIO_CERTS" | grep -v ctrl_interface ;;
     esac
     [ "$3" = hidden ] && echo ignore_broadcast_ssid=1

@@ -1,17 +1,26 @@
 #!/bin/bash
-# The survey and link control on a real radio. get-wifi-list, in both modes, lists the access
-# points of every kind with each field as the real iwlist gives it, leaves out the hidden one, and
-# leaves a radio it found down, down. connect-wifi joins through ifupdown's supplicant hook, by
-# DHCP and with a static address; traffic crosses the air; the reports, is-wlan0-connected and
-# check-wireless-point follow the link; disconnect-wifi and autoconnect move it.
+# The wireless half over the air, on real radios (the radio stage's VM).
+# Survey: get-wifi-list, in both modes, lists the access points of every kind with each field as
+# the real iwlist gives it, leaves out the hidden one, and leaves a radio as it found it.
+# Association: the supplicant file that set-wpa-config writes from stored secrets joins the
+# intended access point: personal (frequency auto and 2.4 GHz), open, hidden, mixed WPA/WPA2, and
+# enterprise PEAP, TTLS and TLS with a PKCS#12 file (over WPA with TKIP); a wrong stored secret
+# must not join.
+# Link control: connect-wifi joins through ifupdown's supplicant hook, by DHCP and with a static
+# address; traffic crosses the air; the reports, is-wlan0-connected and check-wireless-point
+# follow the link; disconnect-wifi and autoconnect move it.
 . "$(dirname "$0")/../../lab.sh"
 . "$(dirname "$0")/../radio.sh"
 radio_start
 start_all_aps
 
 NL=$'\n'
+PASSPHRASE=$(stored_password "$RADIO_PASSPHRASE")
+
+# --- survey ------------------------------------------------------------------------------------
 # What the survey must list, in channel order (the scan visits the channels in turn): name,
-# signal, encryption, authentication, encryption version, pairwise, frequency, channel.
+# signal, encryption, authentication, encryption version, pairwise, frequency, channel. Where WPA
+# is offered beside WPA2, iwlist prints the WPA2 element first, and that one counts.
 SURVEY=(
   "Lab open|100|off|NONE|||2.412|1"
   "Lab's personal|100|on|PSK|WPA2|CCMP|2.437|6"
@@ -54,19 +63,73 @@ expect_reply "get-wifi-list: every entry, every field" "$(survey_reply)$NL" get-
 expect_same "a radio found down is left down" "" "$(radio_up)"
 on_device ip link set wlan0 up
 expect_reply "get-wifi-list, console" "$CONSOLE_START$(survey_lines)$NL" get-wifi-list M
-expect_match "a radio found up is left up" "state" "$(radio_up)"
+expect_match "a radio found up is left up" "wlan0:" "$(radio_up)"
 expect_reply "check-wireless-point: not associated" '{"values":{"status":"false"}}'"$NL" \
   check-wireless-point A
 expect_reply "check-wireless-point: not associated, console" \
   "${CONSOLE_START}Get actual wireless access point...${NL}Wifi is disconnected.$NL" \
   check-wireless-point M
 
+# --- association -------------------------------------------------------------------------------
+CA='"ca certificate": "lab-ca.pem"'
+ALICE="\"user name\": \"$LAB_EAP_USER\", \"user password\": \"$(stored_password "$LAB_EAP_PASSWORD")\""
+EAP='"ssid": "Lab enterprise", "security": "enterprise", "frequency": "auto"'
+
+# One case: config.json with these wireless members, set-wpa-config, then the supplicant's verdict.
+association_case() { # description expected-verdict wlan-members
+  write_config '"enabled": false' "\"enabled\": true, \"type\": \"dhcp\", $3" '"type": "dhcp"'
+  qv set-wpa-config A "$LAB_CONFIG"
+  if [ "$QV_STATUS" != 0 ]; then
+    fail "$1" "set-wpa-config ended with $QV_STATUS: $QV_ERR"
+    return
+  fi
+  local verdict
+  verdict=$(associate)
+  if [ "$verdict" = "$2" ]; then
+    pass "$1"
+  else
+    fail "$1" "expected: $2" "verdict:  $verdict" "$(on_device cat "$WPA_CONF")" \
+      "$(tail -n 15 "$LAB_DIR/supplicant-wlan0.log")"
+  fi
+}
+
+joined() { echo "COMPLETED $(bssid_of "$1")"; }
+
+association_case "personal, frequency auto" "$(joined wlan2)" \
+  "\"ssid\": \"Lab's personal\", \"security\": \"personal\", \"frequency\": \"auto\", \"passphrase\": \"$PASSPHRASE\""
+association_case "personal, 2.4 GHz through qv-get-freq-list" "$(joined wlan2)" \
+  "\"ssid\": \"Lab's personal\", \"security\": \"personal\", \"frequency\": \"2.4\", \"passphrase\": \"$PASSPHRASE\""
+association_case "open" "$(joined wlan1)" \
+  '"ssid": "Lab open", "security": "open", "frequency": "auto"'
+association_case "hidden" "$(joined wlan4)" \
+  "\"ssid\": \"Lab hidden\", \"hidden ssid\": true, \"security\": \"personal\", \"frequency\": \"auto\", \"passphrase\": \"$PASSPHRASE\""
+association_case "WPA and WPA2 offered together" "$(joined wlan3)" \
+  "\"ssid\": \"Lab mixed\", \"security\": \"personal\", \"frequency\": \"auto\", \"passphrase\": \"$PASSPHRASE\""
+association_case "enterprise PEAP, WPA2, CCMP" "$(joined wlan5)" \
+  "$EAP, $CA, $ALICE, \"authentication method\": \"peap\", \"advanced security\": \"wpa2\", \"encryption\": \"ccmp\""
+association_case "enterprise TTLS, WPA and WPA2, TKIP and CCMP" "$(joined wlan5)" \
+  "$EAP, $CA, $ALICE, \"authentication method\": \"ttls\", \"advanced security\": \"auto\", \"encryption\": \"auto\""
+association_case "enterprise TLS with a PKCS#12 file, WPA, TKIP" "$(joined wlan5)" \
+  "$EAP, $CA, \"user name\": \"lab-client\", \"authentication method\": \"tls\", \"advanced security\": \"wpa\",
+   \"encryption\": \"tkip\", \"pkcs12 certificate\": \"client.p12\", \"pkcs12 password\": \"$(stored_password "$P12_PASSWORD")\""
+association_case "a wrong stored pass phrase does not join" refused \
+  "\"ssid\": \"Lab's personal\", \"security\": \"personal\", \"frequency\": \"auto\", \"passphrase\": \"$(stored_password "not the pass phrase")\""
+# wpa_passphrase refuses a pass phrase under 8 characters; the tool then writes an empty key, which
+# the supplicant refuses at start, as on the board.
+association_case "a pass phrase under 8 characters: the supplicant refuses the file" "" \
+  "\"ssid\": \"Lab's personal\", \"security\": \"personal\", \"frequency\": \"auto\", \"passphrase\": \"$(stored_password short)\""
+association_case "a wrong stored password does not join" refused \
+  "$EAP, $CA, \"user name\": \"$LAB_EAP_USER\", \"user password\": \"$(stored_password "not alice's password")\",
+   \"authentication method\": \"peap\", \"advanced security\": \"wpa2\", \"encryption\": \"ccmp\""
+
+stop_supplicant wlan0
+
 # --- link control through ifupdown -------------------------------------------------------------
 start_dhcp_server wlan2 192.168.50.1
 # dhclient's first request goes out before the supplicant has joined: retry soon, not after 5-15 s.
 printf 'timeout 20;\ninitial-interval 1;\nbackoff-cutoff 2;\n' | on_device sh -c 'cat >>/etc/dhcp/dhclient.conf'
 PERSONAL="\"enabled\": true, \"ssid\": \"Lab's personal\", \"security\": \"personal\", \"frequency\": \"auto\",
-  \"passphrase\": \"$(stored_password "$RADIO_PASSPHRASE")\""
+  \"passphrase\": \"$PASSPHRASE\""
 associated() { on_device wpa_cli -i wlan0 status | grep -qx wpa_state=COMPLETED; }
 
 write_config '"enabled": false' "$PERSONAL, \"type\": \"dhcp\"" '"type": "dhcp"'
