@@ -14,7 +14,8 @@ LAB_EAP_PASSWORD="Alice's wired 1"
 start_authenticator() { # peer-interface certs-dir
   local name=hostapd-$1
   {
-    printf '%s\n' "interface=$1" driver=wired ieee8021x=1 use_pae_group_addr=1 eap_reauth_period=0
+    printf '%s\n' "interface=$1" driver=wired ieee8021x=1 use_pae_group_addr=1 eap_reauth_period=0 \
+      ctrl_interface=/run/hostapd
     eap_server_lines "$name" "$2"
   } >"$LAB_DIR/$name.conf"
   start_hostapd "$name"
@@ -28,7 +29,7 @@ eap_server_lines() { # name certs-dir
 "$LAB_EAP_USER" MSCHAPV2,TTLS-MSCHAPV2 "$LAB_EAP_PASSWORD" [2]
 EOF
   printf '%s\n' eap_server=1 "eap_user_file=$LAB_DIR/$1.eap_user" "ca_cert=$2/ca.pem" \
-    "server_cert=$2/server.pem" "private_key=$2/server.key" ctrl_interface=/run/hostapd
+    "server_cert=$2/server.pem" "private_key=$2/server.key"
 }
 
 # Starts hostapd NAME on the peer from LAB_DIR/NAME.conf; its PID file and log are NAME.pid and

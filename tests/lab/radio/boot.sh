@@ -10,9 +10,11 @@ HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 TOOL=$(realpath "$1")
 DEADLINE=${2:-220}
 CACHE=${QV_LAB_CACHE:-/var/cache/qv-netconf-lab}
-# The station radio and one radio per access point of the survey.
+# The station radio and one radio per access point. regtest=5 gives every radio a fixed
+# regulatory domain whose channels all allow active scanning: a scan takes seconds, where the
+# world domain's passive channels take tens of them.
 RADIOS=6
-MODULES=(virtio_pci 9pnet_virtio 9p overlay veth tun "mac80211_hwsim radios=$RADIOS regtest=${QV_REGTEST:-5}" ccm gcm ctr cmac)
+MODULES=(virtio_pci 9pnet_virtio 9p overlay veth tun "mac80211_hwsim radios=$RADIOS regtest=5" ccm gcm ctr cmac)
 
 radio_abort() {
   echo "radio: $*" >&2
@@ -24,7 +26,9 @@ radio_abort() {
 # While another apt-get update replaces the lists, apt knows no package: the cached kernel serves.
 PACKAGE=$(apt-cache depends linux-image-amd64 2>/dev/null | awk '$1 == "Depends:" && $2 ~ /^linux-image-/ {print $2; exit}')
 if [ -z "$PACKAGE" ]; then
-  PACKAGE=$(basename "$(ls -d "$CACHE"/linux-image-*/.unpacked 2>/dev/null | head -n 1 | xargs -r dirname)")
+  for unpacked in "$CACHE"/linux-image-*/.unpacked; do
+    [ -e "$unpacked" ] && PACKAGE=$(basename "$(dirname "$unpacked")")
+  done
   [ -n "$PACKAGE" ] || radio_abort "apt knows no linux-image-amd64 package: run apt-get update"
 fi
 VERSION=${PACKAGE#linux-image-}
@@ -35,9 +39,11 @@ if [ ! -e "$KERNEL_TREE/.unpacked" ]; then
   rm -rf "$CACHE"/linux-image-*
   (cd "$CACHE" && apt-get -q -o APT::Sandbox::User=root download "$PACKAGE") >&2 ||
     radio_abort "cannot download $PACKAGE"
-  dpkg-deb -x "$CACHE/${PACKAGE}"_*.deb "$KERNEL_TREE" &&
-    busybox depmod -b "$KERNEL_TREE" "$VERSION" && touch "$KERNEL_TREE/.unpacked" ||
+  if ! dpkg-deb -x "$CACHE/${PACKAGE}"_*.deb "$KERNEL_TREE" ||
+    ! busybox depmod -b "$KERNEL_TREE" "$VERSION"; then
     radio_abort "cannot unpack $PACKAGE into $KERNEL_TREE"
+  fi
+  touch "$KERNEL_TREE/.unpacked"
 fi
 
 # --- a small initramfs: busybox, the modules, and the init that mounts the root -----------------
@@ -70,9 +76,11 @@ done
 printf 'TOOL=%q\nRADIOS=%q\n' "$TOOL" "$RADIOS" >"$RESULTS/run.conf"
 
 # --- the VM -------------------------------------------------------------------------------------
+# Software emulation only: KVM aborts or hangs on this machine kind. One CPU leaves the other to
+# the tests that run beside this one.
 
 started=${EPOCHREALTIME/./}
-timeout --kill-after=5 "$DEADLINE" qemu-system-x86_64 -nodefaults -accel tcg -cpu ${QV_CPU:-max} -smp ${QV_SMP:-1} -m 1536 \
+timeout --kill-after=5 "$DEADLINE" qemu-system-x86_64 -nodefaults -accel tcg -cpu max -smp 1 -m 1536 \
   -display none -monitor none -serial "file:$CONSOLE" -no-reboot -nic none \
   -kernel "$KERNEL_TREE/boot/vmlinuz-$VERSION" -initrd "$RUN/initramfs.cpio" \
   -append "console=ttyS0 panic=-1 quiet qv.stage=$HERE/vm-stage.sh" \

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # The device lab on real radios (inside the radio stage's VM, where mac80211_hwsim gives phy0 and
 # more): the device's wlan0 is the station radio phy0 instead of a veth, and the access points run
 # on the other radios in the peer. Sourced by the radio scenarios after lab.sh.
@@ -13,6 +14,7 @@ RADIO_APS=(
   "wlan5 9 eap Lab enterprise"
 )
 RADIO_PASSPHRASE="lab pass'phrase"
+P12_PASSWORD='p12 pass 9'
 RADIO_CERTS=
 WPA_CONF=/etc/wpa_supplicant/wpa_supplicant.conf
 
@@ -36,7 +38,6 @@ radio_start() {
   install_certificates "$RADIO_CERTS"
   on_device cp "$LAB_FILES/qv-get-freq-list" /usr/bin/qv-get-freq-list
 }
-P12_PASSWORD='p12 pass 9'
 
 # The BSSID of an access point's interface: hwsim gives radio N the address 02:00:00:00:0N:00.
 bssid_of() { printf '02:00:00:00:%02x:00' "${1#wlan}"; }
@@ -51,7 +52,7 @@ start_ap() { # interface channel kind ssid
       mixed) printf '%s\n' wpa=3 wpa_key_mgmt=WPA-PSK wpa_pairwise=TKIP rsn_pairwise=CCMP \
         "wpa_passphrase=$RADIO_PASSPHRASE" ;;
       eap) printf '%s\n' wpa=3 wpa_key_mgmt=WPA-EAP wpa_pairwise=TKIP rsn_pairwise=CCMP ieee8021x=1 eap_reauth_period=0
-        eap_server_lines "$name" "$RADIO_CERTS" | grep -v ctrl_interface ;;
+        eap_server_lines "$name" "$RADIO_CERTS" ;;
     esac
     [ "$3" = hidden ] && echo ignore_broadcast_ssid=1
   } >"$LAB_DIR/$name.conf"

@@ -55,7 +55,8 @@ survey_lines() {
 
 radio_up() { on_device ip -o link show up dev wlan0; }
 
-# A scan that flushes what earlier scans left behind (a hidden network's name among them).
+# A first scan, which also drops whatever earlier scans left (a hidden network's name among them),
+# fixes the order of the list: the order of discovery, channel by channel.
 on_device ip link set wlan0 up
 on_device iw dev wlan0 scan flush >/dev/null
 on_device ip link set wlan0 down
