@@ -8,7 +8,7 @@
 set -uo pipefail
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 TOOL=$(realpath "$1")
-DEADLINE=${2:-220}
+DEADLINE=${2:-230}
 CACHE=${QV_LAB_CACHE:-/var/cache/qv-netconf-lab}
 # The station radio and one radio per access point. regtest=5 gives every radio a fixed
 # regulatory domain whose channels all allow active scanning: a scan takes seconds, where the
@@ -73,7 +73,7 @@ done
   radio_abort "cannot pack the initramfs"
 
 # What the VM runs once its root is up.
-printf 'TOOL=%q\nRADIOS=%q\n' "$TOOL" "$RADIOS" >"$RESULTS/run.conf"
+printf 'TOOL=%q\n' "$TOOL" >"$RESULTS/run.conf"
 
 # --- the VM -------------------------------------------------------------------------------------
 # Software emulation only: KVM aborts or hangs on this machine kind. One CPU leaves the other to
@@ -88,6 +88,8 @@ timeout --kill-after=5 "$DEADLINE" qemu-system-x86_64 -nodefaults -accel tcg -cp
   -virtfs "local,path=$RESULTS,mount_tag=results,security_model=none"
 qemu_status=$?
 tenths=$(((${EPOCHREALTIME/./} - started) / 100000))
+# A failed run keeps only the console log and the results.
+rm -rf "$INITRAMFS" "$RUN/initramfs.cpio"
 
 [ -e "$RESULTS/booted" ] || radio_abort "the VM did not boot (status $qemu_status): see $CONSOLE"
 cat "$RESULTS"/*.out 2>/dev/null
