@@ -28,29 +28,24 @@ SURVEY=(
   "Lab mixed|100|on|PSK|WPA2|CCMP|2.462|11"
 )
 
-survey_reply() {
-  local i ssid signal encryption authentication version pairwise frequency channel separator=,
-  echo "["
+# The survey's reply in application (A) or console (M) mode.
+survey() { # A|M
+  local i ssid signal encryption authentication version pairwise frequency channel
+  if [ "$1" = A ]; then echo "["; else printf '%s\n' "Get wifi list..." "Wifi list:"; fi
   for i in "${!SURVEY[@]}"; do
     IFS='|' read -r ssid signal encryption authentication version pairwise frequency channel <<<"${SURVEY[$i]}"
-    [ "$i" = $((${#SURVEY[@]} - 1)) ] && separator=
-    printf '{ "ssid":"%s","signal strength":%s,"encryption":"%s","authentication":"%s","encryption ver":"%s","pairwise":"%s","frequency":"%s","channel":%s}%s\n' \
-      "$ssid" "$signal" "$encryption" "$authentication" "$version" "$pairwise" "$frequency" "$channel" "$separator"
+    if [ "$1" = M ]; then
+      printf '%-6s%-32s %-15s%-5s %-15s%-7s %-7s%-4s %-7s%-9s %-10s%-10s %-10s%-6s%-10s%-6s\n' \
+        "Ssid: " "$ssid" "Signal strength: " "$signal" "Authentication: " "$authentication" \
+        "Encryption: " "$encryption" "Pairwise: " "$pairwise" "Encryption ver: " "$version" \
+        "Frequency: " "$frequency" "Channel: " "$channel"
+      continue
+    fi
+    printf '{ "ssid":"%s","signal strength":%s,"encryption":"%s","authentication":"%s","encryption ver":"%s","pairwise":"%s","frequency":"%s","channel":%s}' \
+      "$ssid" "$signal" "$encryption" "$authentication" "$version" "$pairwise" "$frequency" "$channel"
+    if [ "$i" = $((${#SURVEY[@]} - 1)) ]; then echo; else echo ,; fi
   done
-  echo "]"
-}
-
-survey_lines() {
-  local entry ssid signal encryption authentication version pairwise frequency channel
-  printf '%s\n' "Get wifi list..." "Wifi list:"
-  for entry in "${SURVEY[@]}"; do
-    IFS='|' read -r ssid signal encryption authentication version pairwise frequency channel <<<"$entry"
-    printf '%-6s%-32s %-15s%-5s %-15s%-7s %-7s%-4s %-7s%-9s %-10s%-10s %-10s%-6s%-10s%-6s\n' \
-      "Ssid: " "$ssid" "Signal strength: " "$signal" "Authentication: " "$authentication" \
-      "Encryption: " "$encryption" "Pairwise: " "$pairwise" "Encryption ver: " "$version" \
-      "Frequency: " "$frequency" "Channel: " "$channel"
-  done
-  echo "Get wifi list done."
+  if [ "$1" = A ]; then echo "]"; else echo "Get wifi list done."; fi
 }
 
 radio_up() { on_device ip -o link show up dev wlan0; }
@@ -60,16 +55,15 @@ radio_up() { on_device ip -o link show up dev wlan0; }
 on_device ip link set wlan0 up
 on_device iw dev wlan0 scan flush >/dev/null
 on_device ip link set wlan0 down
-expect_reply "get-wifi-list: every entry, every field" "$(survey_reply)$NL" get-wifi-list A
+expect_reply "get-wifi-list: every entry, every field" "$(survey A)$NL" get-wifi-list A
 expect_same "a radio found down is left down" "" "$(radio_up)"
 on_device ip link set wlan0 up
-expect_reply "get-wifi-list, console" "$CONSOLE_START$(survey_lines)$NL" get-wifi-list M
+expect_reply "get-wifi-list, console" "$CONSOLE_START$(survey M)$NL" get-wifi-list M
 expect_match "a radio found up is left up" "wlan0:" "$(radio_up)"
+# Up but not associated: the flags say UP, the state word says DOWN.
+expect_reply "is-wlan0-connected: up, not associated" false is-wlan0-connected A
 expect_reply "check-wireless-point: not associated" '{"values":{"status":"false"}}'"$NL" \
   check-wireless-point A
-expect_reply "check-wireless-point: not associated, console" \
-  "${CONSOLE_START}Get actual wireless access point...${NL}Wifi is disconnected.$NL" \
-  check-wireless-point M
 
 # --- association -------------------------------------------------------------------------------
 CA='"ca certificate": "lab-ca.pem"'
@@ -142,7 +136,8 @@ expect_match "dnsmasq leased an address over the air" '^192\.168\.50\.5[0-9]$' "
 expect_reply "get-wlan0-parameters reports the lease" \
   "$(values_reply "$lease" 255.255.255.0 192.168.50.1 dhcp)$NL" get-wlan0-parameters A
 expect_ok "a ping crosses the air" on_device ping -c 1 -W 5 192.168.50.1
-expect_reply "is-wlan0-connected: associated" true is-wlan0-connected A
+expect_reply "is-wlan0-connected: associated" \
+  "${CONSOLE_START}Is wireless connected...${NL}Wireless is connected.$NL" is-wlan0-connected M
 expect_reply "check-wireless-point: associated" \
   '{"values":{"status":"true","ssid":"Lab'"'"'s personal","signal strength":"100"}}'"$NL" \
   check-wireless-point A
