@@ -13,7 +13,7 @@ CACHE=${QV_LAB_CACHE:-/var/cache/qv-netconf-lab}
 # The station radio and one radio per access point. regtest=5 gives every radio a fixed
 # regulatory domain whose channels all allow active scanning: a scan takes seconds, where the
 # world domain's passive channels take tens of them.
-RADIOS=6
+RADIOS=7
 MODULES=(virtio_pci 9pnet_virtio 9p overlay veth tun "mac80211_hwsim radios=$RADIOS regtest=5" ccm gcm ctr cmac)
 
 radio_abort() {

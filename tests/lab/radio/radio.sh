@@ -4,14 +4,14 @@
 # on the other radios in the peer. Sourced by the radio scenarios after lab.sh.
 
 # The access points: interface, channel, kind and SSID. Every AP's BSSID is its radio's address.
-# The mixed one offers WPA (TKIP) beside WPA2 (CCMP) with a pass phrase, the enterprise one with
-# 802.1X.
+# The mixed kinds offer WPA (TKIP) beside WPA2 (CCMP).
 RADIO_APS=(
   "wlan1 1 open Lab open"
   "wlan2 6 wpa2 Lab's personal"
   "wlan3 11 mixed Lab mixed"
   "wlan4 3 hidden Lab hidden"
   "wlan5 9 eap Lab enterprise"
+  "wlan6 4 mixed-eap Lab enterprise WPA"
 )
 RADIO_PASSPHRASE="lab pass'phrase"
 P12_PASSWORD='p12 pass 9'
@@ -48,11 +48,15 @@ start_ap() { # interface channel kind ssid
   {
     printf '%s\n' "interface=$1" driver=nl80211 hw_mode=g "channel=$2" "ssid=$4" ctrl_interface=/run/hostapd
     case $3 in
-      wpa2 | hidden) printf '%s\n' wpa=2 wpa_key_mgmt=WPA-PSK rsn_pairwise=CCMP "wpa_passphrase=$RADIO_PASSPHRASE" ;;
-      mixed) printf '%s\n' wpa=3 wpa_key_mgmt=WPA-PSK wpa_pairwise=TKIP rsn_pairwise=CCMP \
-        "wpa_passphrase=$RADIO_PASSPHRASE" ;;
-      eap) printf '%s\n' wpa=3 wpa_key_mgmt=WPA-EAP wpa_pairwise=TKIP rsn_pairwise=CCMP ieee8021x=1 eap_reauth_period=0
-        eap_server_lines "$name" "$RADIO_CERTS" ;;
+      wpa2 | hidden | eap) echo wpa=2 ;;
+      mixed | mixed-eap) printf '%s\n' wpa=3 wpa_pairwise=TKIP ;;
+    esac
+    case $3 in
+      wpa2 | hidden | mixed) printf '%s\n' wpa_key_mgmt=WPA-PSK rsn_pairwise=CCMP "wpa_passphrase=$RADIO_PASSPHRASE" ;;
+      eap | mixed-eap)
+        printf '%s\n' wpa_key_mgmt=WPA-EAP rsn_pairwise=CCMP ieee8021x=1 eap_reauth_period=0
+        eap_server_lines "$name" "$RADIO_CERTS"
+        ;;
     esac
     [ "$3" = hidden ] && echo ignore_broadcast_ssid=1
   } >"$LAB_DIR/$name.conf"

@@ -23,6 +23,7 @@ PASSPHRASE=$(stored_password "$RADIO_PASSPHRASE")
 # is offered beside WPA2, iwlist prints the WPA2 element first, and that one counts.
 SURVEY=(
   "Lab open|100|off|NONE|||2.412|1"
+  "Lab enterprise WPA|100|on|802.1x|WPA2|CCMP|2.427|4"
   "Lab's personal|100|on|PSK|WPA2|CCMP|2.437|6"
   "Lab enterprise|100|on|802.1x|WPA2|CCMP|2.452|9"
   "Lab mixed|100|on|PSK|WPA2|CCMP|2.462|11"
@@ -104,8 +105,8 @@ association_case "enterprise PEAP, WPA2, CCMP" "$(joined wlan5)" \
   "$EAP, $CA, $ALICE, \"authentication method\": \"peap\", \"advanced security\": \"wpa2\", \"encryption\": \"ccmp\""
 association_case "enterprise TTLS, WPA and WPA2, TKIP and CCMP" "$(joined wlan5)" \
   "$EAP, $CA, $ALICE, \"authentication method\": \"ttls\", \"advanced security\": \"auto\", \"encryption\": \"auto\""
-association_case "enterprise TLS with a PKCS#12 file, WPA, TKIP" "$(joined wlan5)" \
-  "$EAP, $CA, \"user name\": \"lab-client\", \"authentication method\": \"tls\", \"advanced security\": \"wpa\",
+association_case "enterprise TLS with a PKCS#12 file, WPA, TKIP" "$(joined wlan6)" \
+  "\"ssid\": \"Lab enterprise WPA\", \"security\": \"enterprise\", \"frequency\": \"auto\", $CA, \"user name\": \"lab-client\", \"authentication method\": \"tls\", \"advanced security\": \"wpa\",
    \"encryption\": \"tkip\", \"pkcs12 certificate\": \"client.p12\", \"pkcs12 password\": \"$(stored_password "$P12_PASSWORD")\""
 association_case "a wrong stored pass phrase does not join" refused \
   "\"ssid\": \"Lab's personal\", \"security\": \"personal\", \"frequency\": \"auto\", \"passphrase\": \"$(stored_password "not the pass phrase")\""
