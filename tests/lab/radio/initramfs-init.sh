@@ -18,6 +18,13 @@ while read -r module parameters; do
 done </modules
 mount -t 9p -o ro,trans=virtio,version=9p2000.L,msize=512000,cache=loose hostroot /lower ||
   die "cannot mount the machine's root"
+# The export is read-only on the host's side: even mounted read-write here, it takes no write.
+mount -o remount,rw /lower || die "cannot remount the machine's root to try a write"
+if touch /lower/tmp/qv-radio-write-probe 2>/dev/null; then
+  rm -f /lower/tmp/qv-radio-write-probe
+  die "the VM could write the machine's root"
+fi
+mount -o remount,ro /lower
 mount -t tmpfs -o size=1G,mode=755 upper /upper
 mkdir -p /upper/root /upper/work
 mount -t overlay -o lowerdir=/lower,upperdir=/upper/root,workdir=/upper/work root /newroot ||
