@@ -1,8 +1,8 @@
 #!/bin/bash
 # Installs the real network stack that the device lab drives, and what the radio stage's VM needs
-# (qemu, busybox-static, the wireless tools); run as root. Safe to repeat:
-# packages already present are not fetched again. Installing must not start any of these
-# daemons on this machine, so service starts are denied for the duration of the install.
+# (qemu, busybox-static, the wireless tools); run as root. Safe to repeat: packages already
+# present are not fetched again. Installing must not start any of these daemons on this machine,
+# so service starts are denied for the duration of the install.
 set -euo pipefail
 
 PACKAGES=(
