@@ -35,7 +35,8 @@ HOST_FILES=(/etc/network /etc/wpa_supplicant /etc/dhcpcd.conf /etc/resolv.conf /
             /run/charon.vici /run/hostapd /run/wpa_supplicant /run/dnsmasq)
 host_snapshot() {
   find "${HOST_FILES[@]/#/$MACHINE_ROOT}" -printf '%p %m %s %T@\n' 2>/dev/null | sort
-  machine_ip -o link show | sed 's/ link\/.*//'
+  # A link that spent the run in a lab's namespace may come back under another index.
+  machine_ip -o link show | sed -e 's/ link\/.*//' -e 's/^[0-9]*: //' | sort
   machine_ip -o addr show
   machine_ip route show
   machine_daemons

@@ -12,24 +12,30 @@ LAB_EAP_PASSWORD="Alice's wired 1"
 # (made by make_certificates in CERTS). hostapd ignores a MAC for a while after an EAP failure,
 # so every case starts a fresh one.
 start_authenticator() { # peer-interface certs-dir
-  local name=hostapd-$1 certs=$2
-  cat >"$LAB_DIR/$name.eap_user" <<EOF
+  local name=hostapd-$1
+  {
+    printf '%s\n' "interface=$1" driver=wired ieee8021x=1 use_pae_group_addr=1 eap_reauth_period=0 \
+      ctrl_interface=/run/hostapd
+    eap_server_lines "$name" "$2"
+  } >"$LAB_DIR/$name.conf"
+  start_hostapd "$name"
+}
+
+# Writes the EAP users file of hostapd NAME and prints the lines that make that hostapd the EAP
+# server, with the lab CA's certificates in CERTS.
+eap_server_lines() { # name certs-dir
+  cat >"$LAB_DIR/$1.eap_user" <<EOF
 * PEAP,TTLS,TLS
 "$LAB_EAP_USER" MSCHAPV2,TTLS-MSCHAPV2 "$LAB_EAP_PASSWORD" [2]
 EOF
-  cat >"$LAB_DIR/$name.conf" <<EOF
-interface=$1
-driver=wired
-ieee8021x=1
-use_pae_group_addr=1
-eap_reauth_period=0
-eap_server=1
-eap_user_file=$LAB_DIR/$name.eap_user
-ca_cert=$certs/ca.pem
-server_cert=$certs/server.pem
-private_key=$certs/server.key
-ctrl_interface=/run/hostapd
-EOF
+  printf '%s\n' eap_server=1 "eap_user_file=$LAB_DIR/$1.eap_user" "ca_cert=$2/ca.pem" \
+    "server_cert=$2/server.pem" "private_key=$2/server.key"
+}
+
+# Starts hostapd NAME on the peer from LAB_DIR/NAME.conf; its PID file and log are NAME.pid and
+# NAME.log there.
+start_hostapd() { # name
+  local name=$1
   rm -f "$LAB_DIR/$name.pid"
   on_peer hostapd -B -P "$LAB_DIR/$name.pid" -f "$LAB_DIR/$name.log" "$LAB_DIR/$name.conf" ||
     lab_abort "hostapd did not start: $(cat "$LAB_DIR/$name.log")"
@@ -40,13 +46,13 @@ stop_authenticator() { # peer-interface
   stop_by_pid_file "$LAB_DIR/hostapd-$1.pid"
 }
 
-# Starts the real wpa_supplicant on a device interface with the wired driver, logging to
-# LAB_DIR/supplicant-IFACE.log (which starts empty).
-start_supplicant() { # interface config-file
+# Starts the real wpa_supplicant on a device interface with the wired driver (or the one given),
+# logging to LAB_DIR/supplicant-IFACE.log (which starts empty).
+start_supplicant() { # interface config-file [driver]
   local log=$LAB_DIR/supplicant-$1.log
   : >"$log"
   rm -f "$LAB_DIR/supplicant-$1.pid"
-  on_device wpa_supplicant -B -D wired -i "$1" -c "$2" -f "$log" -P "$LAB_DIR/supplicant-$1.pid"
+  on_device wpa_supplicant -B -D "${3:-wired}" -i "$1" -c "$2" -f "$log" -P "$LAB_DIR/supplicant-$1.pid"
 }
 
 stop_supplicant() { # interface

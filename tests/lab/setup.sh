@@ -1,13 +1,15 @@
 #!/bin/bash
-# Installs the real network stack that the device lab drives (run as root). Safe to repeat:
-# packages already present are not fetched again. Installing must not start any of these
-# daemons on this machine, so service starts are denied for the duration of the install.
+# Installs the real network stack that the device lab drives, and what the radio stage's VM needs
+# (qemu, busybox-static, the wireless tools); run as root. Safe to repeat: packages already
+# present are not fetched again. Installing must not start any of these daemons on this machine,
+# so service starts are denied for the duration of the install.
 set -euo pipefail
 
 PACKAGES=(
   ifupdown isc-dhcp-client dhcpcd-base dnsmasq-base hostapd wpasupplicant
   strongswan-starter strongswan-charon strongswan-libcharon libcharon-extra-plugins
   net-tools ethtool iproute2 sudo openssl util-linux procps
+  qemu-system-x86 busybox-static iw wireless-tools rfkill iputils-ping
 )
 POLICY=/usr/sbin/policy-rc.d
 

@@ -1,0 +1,107 @@
+#!/bin/bash
+# The radio stage of the device lab: boots one virtual machine with Debian's stock kernel, whose
+# mac80211_hwsim module gives simulated 802.11 radios driven by the real wireless stack, and runs
+# every radio scenario inside it. The machine's root is the VM's root, exported read-only under a
+# tmpfs overlay; only a results directory is writable, so nothing the VM does reaches this machine.
+# The kernel package is fetched once into a cache and unpacked there, never installed.
+#   boot.sh TOOL [DEADLINE_SECONDS]
+set -uo pipefail
+HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+TOOL=$(realpath "$1")
+DEADLINE=${2:-230}
+CACHE=${QV_LAB_CACHE:-/var/cache/qv-netconf-lab}
+# The station radio and one radio per access point. regtest=5 gives every radio a fixed
+# regulatory domain whose channels all allow active scanning: a scan takes seconds, where the
+# world domain's passive channels take tens of them.
+RADIOS=7
+MODULES=(virtio_pci 9pnet_virtio 9p overlay veth tun "mac80211_hwsim radios=$RADIOS regtest=5" ccm gcm ctr cmac)
+
+radio_abort() {
+  echo "radio: $*" >&2
+  exit 2
+}
+
+# --- the kernel, cached -----------------------------------------------------------------------
+
+# While another apt-get update replaces the lists, apt knows no package: the cached kernel serves.
+PACKAGE=$(apt-cache depends linux-image-amd64 2>/dev/null | awk '$1 == "Depends:" && $2 ~ /^linux-image-/ {print $2; exit}')
+if [ -z "$PACKAGE" ]; then
+  for unpacked in "$CACHE"/linux-image-*/.unpacked; do
+    [ -e "$unpacked" ] && PACKAGE=$(basename "$(dirname "$unpacked")")
+  done
+  [ -n "$PACKAGE" ] || radio_abort "apt knows no linux-image-amd64 package: run apt-get update"
+fi
+VERSION=${PACKAGE#linux-image-}
+KERNEL_TREE=$CACHE/$PACKAGE
+if [ ! -e "$KERNEL_TREE/.unpacked" ]; then
+  mkdir -p "$CACHE" || radio_abort "cannot make $CACHE"
+  # Only the current kernel is kept.
+  rm -rf "$CACHE"/linux-image-*
+  (cd "$CACHE" && apt-get -q -o APT::Sandbox::User=root download "$PACKAGE") >&2 ||
+    radio_abort "cannot download $PACKAGE"
+  if ! dpkg-deb -x "$CACHE/${PACKAGE}"_*.deb "$KERNEL_TREE" ||
+    ! busybox depmod -b "$KERNEL_TREE" "$VERSION"; then
+    radio_abort "cannot unpack $PACKAGE into $KERNEL_TREE"
+  fi
+  touch "$KERNEL_TREE/.unpacked"
+fi
+
+# --- a small initramfs: busybox, the modules, and the init that mounts the root -----------------
+
+RUN=$(mktemp -d /tmp/qv-radio.XXXXXX)
+RESULTS=$RUN/results
+INITRAMFS=$RUN/initramfs
+CONSOLE=$RUN/console.log
+mkdir -p "$RESULTS" "$INITRAMFS"/{bin,dev,proc,sys,lower,upper,newroot}
+cp /bin/busybox "$INITRAMFS/bin/" || radio_abort "busybox-static is missing: run tests/lab/setup.sh"
+cp "$HERE/initramfs-init.sh" "$INITRAMFS/init"
+modules_dir=lib/modules/$VERSION
+mkdir -p "$INITRAMFS/$modules_dir"
+for module in "${MODULES[@]}"; do
+  name=${module%% *}
+  line=$(grep -E "/${name}\.ko:" "$KERNEL_TREE/$modules_dir/modules.dep") ||
+    radio_abort "the kernel has no module $name"
+  for file in ${line/:/}; do
+    grep -q "^$file:" "$INITRAMFS/$modules_dir/modules.dep" 2>/dev/null && continue
+    mkdir -p "$INITRAMFS/$modules_dir/$(dirname "$file")"
+    cp "$KERNEL_TREE/$modules_dir/$file" "$INITRAMFS/$modules_dir/$file"
+    grep "^$file:" "$KERNEL_TREE/$modules_dir/modules.dep" >>"$INITRAMFS/$modules_dir/modules.dep"
+  done
+  echo "$module" >>"$INITRAMFS/modules"
+done
+(cd "$INITRAMFS" && find . | busybox cpio -o -H newc 2>/dev/null) >"$RUN/initramfs.cpio" ||
+  radio_abort "cannot pack the initramfs"
+
+# What the VM runs once its root is up.
+printf 'TOOL=%q\n' "$TOOL" >"$RESULTS/run.conf"
+
+# --- the VM -------------------------------------------------------------------------------------
+# Software emulation only: KVM aborts or hangs on this machine kind. One CPU leaves the other to
+# the tests that run beside this one.
+
+started=${EPOCHREALTIME/./}
+timeout --kill-after=5 "$DEADLINE" qemu-system-x86_64 -nodefaults -accel tcg -cpu max -smp 1 -m 1536 \
+  -display none -monitor none -serial "file:$CONSOLE" -no-reboot -nic none \
+  -kernel "$KERNEL_TREE/boot/vmlinuz-$VERSION" -initrd "$RUN/initramfs.cpio" \
+  -append "console=ttyS0 panic=-1 quiet qv.stage=$HERE/vm-stage.sh" \
+  -virtfs "local,path=/,mount_tag=hostroot,security_model=none,readonly=on,multidevs=remap" \
+  -virtfs "local,path=$RESULTS,mount_tag=results,security_model=none"
+qemu_status=$?
+tenths=$(((${EPOCHREALTIME/./} - started) / 100000))
+# A failed run keeps only the console log and the results.
+rm -rf "$INITRAMFS" "$RUN/initramfs.cpio"
+
+[ -e "$RESULTS/booted" ] || radio_abort "the VM did not boot (status $qemu_status): see $CONSOLE"
+cat "$RESULTS"/*.out 2>/dev/null
+echo "radio: VM up after $(cat "$RESULTS/booted") s; stage took $((tenths / 10)).$((tenths % 10)) s"
+if [ "$qemu_status" != 0 ]; then
+  radio_abort "the VM ended with status $qemu_status (124: deadline of $DEADLINE s): see $CONSOLE"
+fi
+[ -e "$RESULTS/done" ] || radio_abort "the VM stopped before its scenarios ended: see $CONSOLE"
+status=$(cat "$RESULTS/done")
+if [ "$status" = 0 ]; then
+  rm -rf "$RUN"
+else
+  echo "radio: scenarios failed; console log $CONSOLE"
+fi
+exit "$status"

@@ -1,0 +1,29 @@
+#!/bin/bash
+# Runs as the VM's first process once the overlaid root is up: every radio scenario in turn, each
+# through run-scenario.sh (deadline, clean-up, and the proof that the VM's own files and links are
+# as before), their output into the results share; then it powers the VM off.
+HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+RESULTS=/qv-results
+mount -t proc proc /proc
+mount -t sysfs sys /sys
+mount -t devtmpfs dev /dev
+ln -s /proc/self/fd /dev/fd
+mount -t tmpfs run /run
+mount -t tmpfs tmp /tmp
+ip link set lo up
+# sudo looks its host's name up.
+hostname qv-radio-lab
+echo "127.0.1.1 qv-radio-lab" >>/etc/hosts
+awk '{print $1}' /proc/uptime >"$RESULTS/booted"
+# shellcheck source=/dev/null
+. "$RESULTS/run.conf"
+status=0
+for scenario in "$HERE"/scenarios/*.sh; do
+  name=$(basename "$scenario" .sh)
+  echo "--- radio/$name" >"$RESULTS/$name.out"
+  "$HERE/../run-scenario.sh" "$TOOL" "$scenario" 180 >>"$RESULTS/$name.out" 2>&1 || status=1
+done
+echo "$status" >"$RESULTS/done"
+sync
+echo o >/proc/sysrq-trigger
+sleep 10
