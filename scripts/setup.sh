@@ -25,6 +25,8 @@ TEST_PACKAGES=(
   valgrind
   # the manual page is checked for groff warnings
   groff-base
+  # the order of the syncs and renames that make a file durable
+  strace
 )
 PACKAGES=("${TOOL_PACKAGES[@]}" "${TEST_PACKAGES[@]}")
 PACKAGING_ARCH=

@@ -93,6 +93,16 @@ for signal in TERM HUP ALRM; do
     fail "SIG$signal left $(temporaries)"
 done
 
+# --- durable: each temporary file synced before it is renamed, the directory synced after ------
+strace -f -y -e trace=fsync,rename -o "$T/trace" "$TOOL" "${SET_CONFIG[@]}" >/dev/null 2>&1 || true
+expected=$(for f in "${FILES[@]}"; do
+  printf 'fsync %s/.%s.qv-netconf\nrename -> %s\nfsync %s\n' "$(dirname "$f")" "$(basename "$f")" "$f" "$(dirname "$f")"
+done)
+actual=$(sed -E -n -e 's/^[0-9]+ +fsync\([0-9]+<([^>]*)>\).*/fsync \1/p' \
+  -e 's/^[0-9]+ +rename\("[^"]*", "([^"]*)"\).*/rename -> \1/p' "$T/trace" | sed -E 's/(qv-netconf)\.[A-Za-z0-9]{6}$/\1/')
+[ "$actual" = "$expected" ] && ok "every file: temporary synced, renamed over it, directory synced" ||
+  fail "the syncs and renames:" "$(diff <(echo "$expected") <(echo "$actual"))"
+
 # --- a full file system under /etc -----------------------------------------------------------
 full_etc() { # pages left free
   old_files
