@@ -27,3 +27,5 @@ summary=$(grep -E 'tests passed, [0-9]+ tests failed out of [0-9]+' build/ctest.
 total=$(sed -E 's/.* out of ([0-9]+).*/\1/' <<<"$summary")
 failed=$(sed -E 's/.* ([0-9]+) tests failed.*/\1/' <<<"$summary")
 echo "test.sh: $((total - failed)) passed, $failed failed"
+# The tests' share of the code, for information.
+scripts/test-share.sh
