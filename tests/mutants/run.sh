@@ -73,7 +73,7 @@ while read -r id why; do
       result=caught
       detail="$unit: $(grep '^unit/' "$work/caught/$id" | names); $other: $(grep -v '^unit/' "$work/caught/$id" | names)"
     else
-      result=MISSED detail= status=1
+      result=MISSED detail='' status=1
     fi
   fi
   echo "| $id | $why | $result | $detail |"
