@@ -50,7 +50,12 @@ failing() {
     >"$work/ctest.log" 2>&1 || true
   sed -nE 's/^[[:space:]]*[0-9]+ - ([^ ]+) \(.*\)$/\1/p' "$work/ctest.log"
 }
-names() { head -n 3 | paste -sd, - | sed 's/,/, /g'; }
+# The number and the first three of the failed tests that match (grep -v: that do not match).
+names() {
+  local found
+  found=$(grep "$@" "$work/caught/$id" || true)
+  printf '%s: %s' "$(grep -c . <<<"$found")" "$(head -n 3 <<<"$found" | paste -sd, - | sed 's/,/, /g')"
+}
 
 start=$SECONDS
 nice -n 19 cmake -S "$tree" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
@@ -71,11 +76,8 @@ while read -r id why; do
     status=1
   else
     failing >"$work/caught/$id"
-    unit=$(grep -c '^unit/' "$work/caught/$id" || true)
-    other=$(grep -vc '^unit/' "$work/caught/$id" || true)
     if [ -s "$work/caught/$id" ]; then
-      result=caught
-      detail="$unit: $(grep '^unit/' "$work/caught/$id" | names); $other: $(grep -v '^unit/' "$work/caught/$id" | names)"
+      result=caught detail="$(names '^unit/'); $(names -v '^unit/')"
     else
       result=MISSED detail='' status=1
     fi
