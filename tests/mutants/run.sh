@@ -40,6 +40,7 @@ while read -r file; do
 done <"$work/files"
 (cd "$tree" && find . -path ./.git -prune -o \( -type f -o -type l \) -printf '%P\n') | sort |
   comm -23 - <(sort "$work/files") | (cd "$tree" && xargs -r rm -f)
+find "$tree" -mindepth 1 -type d -empty -delete
 mutants "$tree" --check >/dev/null
 
 compile() { nice -n 19 cmake --build "$build" -j "$(nproc)" >"$work/build.log" 2>&1; }
