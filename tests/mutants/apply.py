@@ -1,15 +1,14 @@
 #!/usr/bin/env python3
-"""Reads the list of deliberate faults and applies one of them to a copy of the tree.
-
-  apply.py LIST --ids             each mutant's ID and what it breaks, one a line
-  apply.py LIST TREE --check      every mutant's text is found exactly once in TREE
-  apply.py LIST TREE ID           applies mutant ID to TREE; prints the files it changed
-
-A list line is "ID | FILE | search | replacement | what it breaks". The search text must occur
-exactly once in the file, so a mutant that no longer fits the code fails loudly instead of
-silently mutating something else. Lines sharing an ID are one mutant (two calls swapped), their
-searches all made in the unchanged file. "\\|" stands for a "|" inside a field.
-"""
+# Reads the list of deliberate faults and applies one of them to a copy of the tree.
+#
+#   apply.py LIST --ids             each mutant's ID and what it breaks, one a line
+#   apply.py LIST TREE --check      every mutant's text is found exactly once in TREE
+#   apply.py LIST TREE ID           applies mutant ID to TREE; prints the files it changed
+#
+# A list line is "ID | FILE | search | replacement | what it breaks". The search text must occur
+# exactly once in the file, so a mutant that no longer fits the code fails loudly instead of
+# silently mutating something else. Lines sharing an ID are one mutant (two calls swapped), their
+# searches all made in the unchanged file. "\|" stands for a "|" inside a field.
 import sys
 from collections import OrderedDict
 
@@ -60,7 +59,7 @@ def mutate(tree, mutant_id, edits):
 
 
 def main(args):
-    mutants, whys = read_list(args[0])
+    mutants, whys = read_list(args[0]) if args else ({}, {})
     if args[1:] == ["--ids"]:
         print("\n".join(f"{mutant_id} {whys[mutant_id]}" for mutant_id in mutants))
     elif len(args) == 3 and args[2] == "--check":
@@ -75,7 +74,7 @@ def main(args):
                 target.write(text)
             print(path)
     else:
-        sys.exit(__doc__)
+        sys.exit("usage: apply.py LIST --ids, LIST TREE --check or LIST TREE ID")
 
 
 if __name__ == "__main__":
