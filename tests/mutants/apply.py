@@ -38,8 +38,11 @@ def mutate(tree, mutant_id, edits):
         by_file.setdefault(path, []).append((search, replacement, number))
     changed = {}
     for path, file_edits in by_file.items():
-        with open(f"{tree}/{path}", encoding="utf-8") as source:
-            text = source.read()
+        try:
+            with open(f"{tree}/{path}", encoding="utf-8") as source:
+                text = source.read()
+        except OSError as error:
+            sys.exit(f"mutant {mutant_id}: {error}")
         spans = []
         for search, replacement, number in file_edits:
             count = text.count(search)
