@@ -21,6 +21,7 @@ STAGES=(
   "fuzzing smoke run|scripts/fuzz.sh ${QV_FUZZ_SECONDS:-30}"
   "Debian package for arm64|scripts/cross-build.sh arm64"
   "benchmarks, short run|run_benchmarks"
+  "tests' share (informational)|scripts/test-share.sh"
 )
 
 run_ctest() {

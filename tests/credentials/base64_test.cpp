@@ -2,36 +2,8 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
-std::string encode(const std::string& bytes) {
-  return base64_encode(reinterpret_cast<const unsigned char*>(bytes.data()),
-                       static_cast<unsigned int>(bytes.size()));
-}
-
-}  // namespace
-
-TEST(Base64, KnownAnswers) {
-  const std::pair<std::string, std::string> vectors[] = {
-      {"", ""},
-      {"M", "TQ=="},
-      {"Ma", "TWE="},
-      {"Man", "TWFu"},
-      {"foob", "Zm9vYg=="},
-      {"fooba", "Zm9vYmE="},
-      {std::string("a\0b\0", 4), "YQBiAA=="},
-      {std::string("\x00\x10\x83\x10\x51\x87\x20\x92\x8b\x30\xd3\x8f\x41\x14\x93\x51"
-                   "\x55\x97\x61\x96\x9b\x71\xd7\x9f\x82\x18\xa3\x92\x59\xa7\xa2\x9a"
-                   "\xab\xb2\xdb\xaf\xc3\x1c\xb3\xd3\x5d\xb7\xe3\x9e\xbb\xf3\xdf\xbf",
-                   48),
-       "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/"},
-  };
-  for (const auto& [bytes, text] : vectors) {
-    EXPECT_EQ(encode(bytes), text) << text;
-    EXPECT_EQ(base64_decode(text), bytes) << text;
-  }
-}
-
+// Encoding, and decoding whole stored forms, are pinned by the cipher's known answers: every
+// length of last group the cipher gives is among them. What is left is how the decoder stops.
 TEST(Base64, DecoderStopsSilently) {
   const std::pair<std::string, std::string> cases[] = {
       {"TQ", "M"},               // no padding needed

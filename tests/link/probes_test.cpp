@@ -56,10 +56,3 @@ TEST(Probes, AnswerFromUtilityOutput) {
     EXPECT_EQ(fake.commands(), std::vector<std::string>{c.command}) << c.name;
   }
 }
-
-TEST(Probes, ConsoleModeAsksThenAnswersWithTheLabel) {
-  FakeShell fake;
-  std::ostringstream out;
-  EXPECT_FALSE(isEnabledWireless(consoleMode, out));
-  EXPECT_EQ(out.str(), "Is wifi enabled...\nWifi is disabled.\n");
-}

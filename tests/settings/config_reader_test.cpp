@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "support/temp_dir.h"
-
 namespace {
 
 configSettings read(const std::string& text) {
@@ -44,30 +42,4 @@ TEST(ConfigReader, NumbersAndBoolsWhereStringsBelongAreConverted) {
   // Seventeen significant digits: a numeric 2.4 is not the frequency choice "2.4".
   EXPECT_EQ(settings.settings.wlan.frequency, "2.3999999999999999");
   EXPECT_FALSE(settings.settings.wlan.hiddenSsid);
-}
-
-// Whatever is wrong with the file, the run ends with status 1 and the same line, never with an
-// abort. Unreadable paths, text that is not JSON, and the shapes most often met are pinned end to
-// end.
-TEST(ConfigReaderDeathTest, UnreadableFilesTakeTheParseFailurePath) {
-  TempDir dir;
-  const std::pair<const char*, std::string> files[] = {
-      {"empty", ""},
-      {"truncated", R"({"network settings": {"interfaces": )"},
-      {"too-deep", std::string(1200, '[') + std::string(1200, ']')},
-      {"array-for-string", R"({"network settings": {"interfaces": {"wlan": {"ssid": [1]}}}})"},
-      {"string-for-bool", R"({"network settings": {"interfaces": {"eth": {"enabled": "yes"}}}})"},
-      {"array-for-group", R"({"network settings": {"interfaces": [1, 2]}})"},
-      {"top-level-array", R"([{"network settings": {}}])"},
-      {"top-level-number", "5"},
-      {"object-for-encoding", R"({"encoding": {}})"},
-  };
-  for (const auto& [name, content] : files) {
-    const std::string path = dir.write(name, content);
-    // The dying child runs the test again in a temporary directory of its own.
-    EXPECT_EXIT(initConfig(path, consoleMode), testing::ExitedWithCode(1),
-                "^Error: Parsing /tmp/qv-unit\\.[^/]+/" + std::string(name) + " file failed.\n$")
-        << name;
-    EXPECT_EXIT(initConfig(path, applicationMode), testing::ExitedWithCode(1), "^$") << name;
-  }
 }
