@@ -140,8 +140,9 @@ echo "old" >/run/resolvconf/resolv.conf
 chown 1234:5678 /etc/network/interfaces /etc/wpa_supplicant/wpa_supplicant.conf
 chmod 640 /etc/network/interfaces
 chmod 644 /etc/wpa_supplicant/wpa_supplicant.conf
-# The wired file is a mount point of its own (as a bind-mounted file in a container is).
-echo "old" >"$T/wired.conf"
+# The wired file is a mount point of its own (as a bind-mounted file in a container is), and
+# longer than its new content, whose end must not keep the old tail.
+seq 5000 >"$T/wired.conf"
 mount --bind "$T/wired.conf" /etc/wpa_supplicant/wpa_supplicant_wired.conf
 "$TOOL" "${SET_CONFIG[@]}" >/dev/null 2>&1 || fail "set-config over links and mount points failed"
 same_as_new() { cmp -s "$1" "$T/new/$(basename "${2:-$1}")"; }
@@ -154,7 +155,7 @@ same_as_new() { cmp -s "$1" "$T/new/$(basename "${2:-$1}")"; }
   fail "owners and modes: $(stat -c '%n %u:%g %a' /etc/network/interfaces /etc/wpa_supplicant/wpa_supplicant.conf)"
 umount /etc/wpa_supplicant/wpa_supplicant_wired.conf
 same_as_new "$T/wired.conf" /etc/wpa_supplicant/wpa_supplicant_wired.conf && [ -z "$(temporaries)" ] &&
-  ok "a file that is a mount point of its own is written in place" || fail "mount point: $(cat "$T/wired.conf")"
+  ok "a file that is a mount point of its own is written in place" || fail "mount point: $(head -c 80 "$T/wired.conf" | tr '\n' '|')"
 # A directory that takes no new file, around a file that may be written.
 old_files
 chown 1234 /etc/wpa_supplicant/wpa_supplicant.conf /run/qv-case/a.json
