@@ -37,8 +37,8 @@ std::string decodeSetting(const std::string& stored, const char* group, const ch
   try {
     return decodePassword(stored);
   } catch (const CryptoPP::Exception&) {
-    // Plain text where a stored form belongs, or a damaged value. The file being written stays
-    // incomplete and the run fails, so nothing half-configured looks like a success.
+    // Plain text where a stored form belongs, or a damaged value. The run fails before the file
+    // being rendered replaces anything, so the board keeps the configuration it had.
     if (mode == consoleMode) {
       err << "Error: Cannot decrypt \"" << member << "\" of " << group << " in config.json."
           << std::endl;
