@@ -21,15 +21,19 @@ int runCounted(const char* command) {
   return status;
 }
 
-int announceAndRun(const char* line, const char* command, UserMode mode, std::ostream& out) {
+void announce(const char* line, UserMode mode, std::ostream& out) {
   if (mode == consoleMode) out << line << std::endl;
+}
+
+int announceAndRun(const char* line, const char* command, UserMode mode, std::ostream& out) {
+  announce(line, mode, out);
   return runCounted(command);
 }
 
 // The forced take-down's status is of no interest: only bringing the network up counts.
 bool reconnect(const char* line, const char* down, const char* up, UserMode mode,
                std::ostream& out) {
-  if (mode == consoleMode) out << line << std::endl;
+  announce(line, mode, out);
   shell().run(down);
   return runCounted(up) != 0;
 }

@@ -31,8 +31,9 @@ int runFrontEnd(int argc, char* argv[]) {
   deamonName = args.empty() ? std::string() : args[0];
   loadCipherKey();
   // Only a known name is logged: a word typed in its place could be anything, a password too.
-  if (args.size() > 1 && checkMethods(args[1])) noteRunCommand(args[1]);
-  if (args.size() < 3 || !checkMethods(args[1])) {
+  const bool known = args.size() > 1 && checkMethods(args[1]);
+  if (known) noteRunCommand(args[1]);
+  if (args.size() < 3 || !known) {
     Usage("intro", consoleMode);
     Usage("input error", consoleMode);
     return 1;  // not reached: the "input error" message ends the run
