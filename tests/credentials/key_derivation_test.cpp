@@ -25,17 +25,9 @@ TEST(KeyDerivation, PskFromTheLastKeyLine) {
 }
 
 TEST(KeyDerivation, HashFromTheFirstDigestLine) {
-  const std::pair<const char*, const char*> outputs[] = {
-      {"MD4(stdin)= 8846f7eaee8fb117ad06bdd830b7586c\n", "8846f7eaee8fb117ad06bdd830b7586c"},
-      {"(stdin)= 8846f7eaee8fb117ad06bdd830b7586c\n", "8846f7eaee8fb117ad06bdd830b7586c"},
-      {"noise\n(stdin)= 11\n(stdin)= 22\n", "11"},
-      // OpenSSL 3 without the legacy provider prints an error and no digest.
-      {"Error setting digest\n", kEmptyPasswordHash},
-      {"(stdin) without a digest\n", kEmptyPasswordHash},
-  };
-  for (const auto& [output, hash] : outputs) {
+  for (const std::vector<std::string>& row : fixtureTable("unit/md4-outputs.tsv")) {
     FakeShell fake;
-    fake.answer("echo -n 'pw' | iconv -t utf16le | openssl md4", output);
-    EXPECT_EQ(generateHashWpaPassword("pw", silentMode), hash) << output;
+    fake.answer("echo -n 'pw' | iconv -t utf16le | openssl md4", row[0]);
+    EXPECT_EQ(generateHashWpaPassword("pw", silentMode), row[1]) << row[0];
   }
 }

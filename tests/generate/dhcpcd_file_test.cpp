@@ -4,17 +4,12 @@
 
 #include <sstream>
 
+#include "support/fixtures.h"
+
 TEST(DhcpcdFile, PrefixLengthReadsTheOctetsAsALittleEndianSignedInteger) {
-  const std::pair<const char*, int> masks[] = {
-      {"255.0.0.0", 8},        {"255.255.0.0", 16},
-      {"255.255.255.0", 24},   {"255.255.240.0", 24},
-      {"255.255.255.128", 0},  {"255.255.255.255", 0},
-      {"255.255.255.127", 31}, {"0.0.1.0", 17},
-      {"0.0.0.0", 0},          {"", 0},
-      {"255.255.255", 0},      {"255.255.255.0 ", 0},
-      {"256.0.0.0", 0},
-  };
-  for (const auto& [mask, length] : masks) EXPECT_EQ(prefixLength(mask), length) << mask;
+  for (const std::vector<std::string>& row : fixtureTable("unit/prefix-lengths.tsv")) {
+    EXPECT_EQ(std::to_string(prefixLength(row[0])), row[1]) << row[0];
+  }
 }
 
 TEST(DhcpcdFile, HeadEndsBeforeTheFirstLineMentioningInterfaceInLowerCase) {
