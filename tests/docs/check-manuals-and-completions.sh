@@ -8,8 +8,7 @@
 # BUILD_DIR holds the tools and their rendered pages; EMULATOR runs tools that were cross-built.
 set -uo pipefail
 build=$(realpath "$1")
-shift
-emulator=("$@")
+emulator=("${@:2}")
 completions=$(realpath "$(dirname "$0")/../../completion")
 
 failed=0
@@ -18,11 +17,10 @@ fail() {
   failed=1
 }
 
-# The completion, asked as bash asks it: words so far, index of the word being completed.
-complete_at() { # DIR TOOL WORD...
-  local dir=$1
-  shift
-  (cd "$dir" && bash -c 'source "$1"; shift
+# The completion, asked as bash asks it in a directory of a few files: words so far, index of the
+# word being completed.
+complete_at() { # TOOL WORD...
+  (cd "$scratch" && bash -c 'source "$1"; shift
     COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); "_${1//-/_}"
     printf "%s\n" "${COMPREPLY[@]}"' _ "$completions/$1.bash" "$@") | sed '/^$/d' | sort
 }
@@ -30,7 +28,7 @@ complete_at() { # DIR TOOL WORD...
 # TOOL USAGE_ARGUMENT STATUS NAMES_PATTERN COUNT SECTION FIRST_WORD: see the table below.
 check_tool() {
   local tool=$1 usage status names warnings documented registered offered
-  usage=$("${emulator[@]}" "$build/$tool" $2 2>/dev/null)
+  usage=$("${emulator[@]}" "$build/$tool" ${2:+"$2"} 2>/dev/null)
   status=$?
   [ "$status" -eq "$3" ] || fail "$tool $2 exited with $status, not $3"
   names=$(grep -oE -- "$4" <<<"$usage" | tr -d '|' | sort -u)
@@ -47,13 +45,15 @@ $(diff <(echo "$names") <(echo "$documented"))"
 
   registered=$(bash -c 'source "$1"; complete -p "$2"' _ "$completions/$tool.bash" "$tool")
   [[ $registered == *"-F _${tool//-/_} $tool" ]] || fail "completion not registered: $registered"
-  offered=$(complete_at "$scratch" "$tool" "$7")
+  offered=$(complete_at "$tool" "$7")
   [ "$offered" = "$names" ] || fail "$tool's completion offers other names than its usage text:
 $(diff <(echo "$names") <(echo "$offered"))"
 }
 
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
+mkdir "$scratch/settings"
+touch "$scratch/config.json" "$scratch/notes.txt"
 # tool, the argument that asks for the usage text, its exit status, the names in it (grep -oE),
 # how many, the manual section that lists them, the word the completion is asked to finish.
 check_tool qv-netconf       ""     1 '[|][a-z0-9-]+' 28 COMMANDS ""
@@ -63,19 +63,15 @@ usage=$("${emulator[@]}" "$build/qv-netconf" 2>/dev/null)
 path_commands=$(sed -n 's/.* is required to \(.*\)\.$/\1/p' <<<"$usage" |
   sed 's/, / /g; s/ and / /' | tr ' ' '\n' | sort)
 [ -n "$path_commands" ] || fail "no config.json commands named in the usage text"
-mkdir "$scratch/settings"
-touch "$scratch/config.json" "$scratch/notes.txt"
-offered=$(complete_at "$scratch" qv-netconf get-wifi-list "")
+offered=$(complete_at qv-netconf get-wifi-list "")
 [ "$offered" = "$(printf 'A\nM')" ] || fail "mode letters offered: $offered"
+# Where config.json goes: the file and the directory for the commands that take it, else nothing.
 for command in $(grep -oE '[|][a-z0-9-]+' <<<"$usage" | tr -d '|'); do
-  offered=$(complete_at "$scratch" qv-netconf "$command" M "")
-  if grep -qx "$command" <<<"$path_commands"; then
-    [ "$offered" = "$(printf 'config.json\nsettings')" ] ||
-      fail "$command: expected config.json and the directory offered, got: $offered"
-  else
-    [ -z "$offered" ] || fail "$command takes no path but the completion offers: $offered"
-  fi
+  expected=""
+  grep -qx "$command" <<<"$path_commands" && expected=$(printf 'config.json\nsettings')
+  offered=$(complete_at qv-netconf "$command" M "")
+  [ "$offered" = "$expected" ] || fail "$command: the completion offers '$offered' for config.json"
 done
-offered=$(complete_at "$scratch" qv-netconf set-config M config.json "")
+offered=$(complete_at qv-netconf set-config M config.json "")
 [ -z "$offered" ] || fail "set-config's user name position offers: $offered"
 exit $failed
