@@ -25,19 +25,18 @@ complete_at() { # TOOL WORD...
     printf "%s\n" "${COMPREPLY[@]}"' _ "$completions/$1.bash" "$@") | sed '/^$/d' | sort
 }
 
-# TOOL USAGE_ARGUMENT STATUS NAMES_PATTERN COUNT SECTION FIRST_WORD: see the table below.
+# TOOL USAGE_ARGUMENT STATUS NAMES_PATTERN SECTION FIRST_WORD: see the table below.
 check_tool() {
   local tool=$1 usage status names warnings documented registered offered
   usage=$("${emulator[@]}" "$build/$tool" ${2:+"$2"} 2>/dev/null)
   status=$?
   [ "$status" -eq "$3" ] || fail "$tool $2 exited with $status, not $3"
   names=$(grep -oE -- "$4" <<<"$usage" | tr -d '|' | sort -u)
-  [ "$(grep -c . <<<"$names")" -eq "$5" ] || fail "expected $5 names in $tool's usage: $names"
 
   warnings=$(LC_ALL=C.UTF-8 groff -man -Tutf8 -ww -z "$build/$tool.8" 2>&1)
   [ -z "$warnings" ] || fail "groff warns about $tool's manual page: $warnings"
   # The items of the section are the first words of the lines right after .TP.
-  documented=$(awk -v section="$6" '/^\.SH / { inside = ($2 == section) }
+  documented=$(awk -v section="$5" '/^\.SH / { inside = ($2 == section) }
     inside && after_tp { gsub(/\\-/, "-"); sub(/^(\.BI? |\\fB)/, ""); sub(/[\\ ].*/, ""); print }
     { after_tp = ($0 == ".TP") }' "$build/$tool.8" | sort)
   [ "$documented" = "$names" ] || fail "$tool's manual differs from its usage text:
@@ -45,7 +44,7 @@ $(diff <(echo "$names") <(echo "$documented"))"
 
   registered=$(bash -c 'source "$1"; complete -p "$2"' _ "$completions/$tool.bash" "$tool")
   [[ $registered == *"-F _${tool//-/_} $tool" ]] || fail "completion not registered: $registered"
-  offered=$(complete_at "$tool" "$7")
+  offered=$(complete_at "$tool" "$6")
   [ "$offered" = "$names" ] || fail "$tool's completion offers other names than its usage text:
 $(diff <(echo "$names") <(echo "$offered"))"
 }
@@ -55,9 +54,9 @@ trap 'rm -rf "$scratch"' EXIT
 mkdir "$scratch/settings"
 touch "$scratch/config.json" "$scratch/notes.txt"
 # tool, the argument that asks for the usage text, its exit status, the names in it (grep -oE),
-# how many, the manual section that lists them, the word the completion is asked to finish.
-check_tool qv-netconf       ""     1 '[|][a-z0-9-]+' 28 COMMANDS ""
-check_tool qv-netconf-check --help 0 '--[a-z]+'      3  OPTIONS  --
+# the manual section that lists them, the word the completion is asked to finish.
+check_tool qv-netconf       ""     1 '[|][a-z0-9-]+' COMMANDS ""
+check_tool qv-netconf-check --help 0 '--[a-z]+'      OPTIONS  --
 
 usage=$("${emulator[@]}" "$build/qv-netconf" 2>/dev/null)
 path_commands=$(sed -n 's/.* is required to \(.*\)\.$/\1/p' <<<"$usage" |

@@ -31,10 +31,7 @@ def mutate(tree, mutant_id, edits):
     """Returns the new text of each file the mutant changes, or exits with why it does not fit."""
     changed = {}
     for path in dict.fromkeys(edit[1] for edit in edits):
-        try:
-            text = Path(tree, path).read_text(encoding="utf-8")
-        except OSError as error:
-            sys.exit(f"mutant {mutant_id}: {error}")
+        text = Path(tree, path).read_text(encoding="utf-8")
         spans = []
         for number, _, search, replacement in (edit for edit in edits if edit[1] == path):
             if text.count(search) != 1:

@@ -56,9 +56,8 @@ start=$SECONDS
 nice -n 19 cmake -S "$tree" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DQV_JSONCPP_SOURCE_DIR="$root/third_party/jsoncpp" -DQV_STATIC_TOOL=OFF >/dev/null
 compile || { cat "$work/build.log"; echo "run.sh: the unchanged tree does not build"; exit 1; }
-if [ -n "$(failing)" ]; then
-  cat "$work/ctest.log"; echo "run.sh: the unchanged tree fails its tests"; exit 1
-fi
+[ -z "$(failing)" ] ||
+  { cat "$work/ctest.log"; echo "run.sh: the unchanged tree fails its tests"; exit 1; }
 
 echo "| mutant | what it breaks | result | failing unit tests; first other test to fail |"
 echo "|---|---|---|---|"
@@ -68,13 +67,10 @@ while read -r id why; do
   mapfile -t changed < <(mutants "$tree" "$id")
   if ! compile; then
     result=stillborn detail=$(grep -m1 -E 'error' "$work/build.log" || true) status=1
+  elif failing >"$work/caught/$id" && [ -s "$work/caught/$id" ]; then
+    result=caught detail="$(names 1); $(names 0)"
   else
-    failing >"$work/caught/$id"
-    if [ -s "$work/caught/$id" ]; then
-      result=caught detail="$(names 1); $(names 0)"
-    else
-      result=MISSED detail='' status=1
-    fi
+    result=MISSED detail='' status=1
   fi
   echo "| $id | $why | $result | $detail |"
   cp -P --parents --remove-destination -t "$tree" "${changed[@]}"
