@@ -129,10 +129,11 @@ void readReportOutput(const std::string& output) {
 }
 
 using Reader = void (*)(const std::string&);
-const std::map<std::string, Reader> kReaders = {
-    {"config_json", readConfigJson}, {"credentials", readStoredPassword},
-    {"dhcpcd", readDhcpcdConf},      {"probe_scans", readProbeOutput},
-    {"report_readings", readReportOutput}};
+const std::map<std::string, Reader> kReaders = {{"config_json", readConfigJson},
+                                                {"credentials", readStoredPassword},
+                                                {"dhcpcd", readDhcpcdConf},
+                                                {"probe_scans", readProbeOutput},
+                                                {"report_readings", readReportOutput}};
 Reader chosen = nullptr;
 
 }  // namespace
