@@ -9,12 +9,13 @@
 # exactly once in the file, so a mutant that no longer fits the code fails loudly instead of
 # silently mutating something else. Lines sharing an ID are one mutant (two calls swapped), their
 # searches all made in the unchanged file. "\|" stands for a "|" inside a field.
+import re
 import sys
 from pathlib import Path
 
 
+# Maps each mutant's ID to what it breaks (its first line says) and its edits, in order.
 def read_list(path):
-    """Maps each mutant's ID to what it breaks (its first line says) and its edits, in order."""
     mutants = {}
     with open(path, encoding="utf-8") as listing:
         for number, line in enumerate(listing, 1):
@@ -27,23 +28,22 @@ def read_list(path):
     return mutants
 
 
+# Returns the new text of each file the mutant changes, or exits with why it does not fit. The
+# edits of a file are made in one pass, so two calls can swap places.
 def mutate(tree, mutant_id, edits):
-    """Returns the new text of each file the mutant changes, or exits with why it does not fit."""
     changed = {}
     for path in dict.fromkeys(edit[1] for edit in edits):
         text = Path(tree, path).read_text(encoding="utf-8")
-        spans = []
+        replacements = {}
         for number, _, search, replacement in (edit for edit in edits if edit[1] == path):
             if text.count(search) != 1:
                 sys.exit(f"mutant {mutant_id} (line {number}): found {text.count(search)} times "
                          f"in {path}: {search}")
-            spans.append((text.index(search), text.index(search) + len(search), replacement))
-        spans.sort()
-        if any(later[0] < earlier[1] for earlier, later in zip(spans, spans[1:])):
+            replacements[search] = replacement
+        pattern = "|".join(map(re.escape, replacements))
+        changed[path], made = re.subn(pattern, lambda found: replacements[found[0]], text)
+        if made != len(replacements):
             sys.exit(f"mutant {mutant_id}: overlapping edits in {path}")
-        for start, end, replacement in reversed(spans):
-            text = text[:start] + replacement + text[end:]
-        changed[path] = text
     return changed
 
 
@@ -65,5 +65,4 @@ def main(args):
         sys.exit("usage: apply.py LIST --ids, LIST TREE --check or LIST TREE ID")
 
 
-if __name__ == "__main__":
-    main(sys.argv[1:])
+main(sys.argv[1:])
