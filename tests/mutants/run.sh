@@ -12,7 +12,8 @@
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
 work=${QV_MUTANTS_DIR:-$root/build-mutants}
-list=$root/tests/mutants/mutants.txt
+tree=$work/tree
+build=$work/build
 labels='e2e|docs|build'
 only=()
 while [ $# -gt 0 ]; do
@@ -23,23 +24,17 @@ while [ $# -gt 0 ]; do
   esac
   shift
 done
-mutants() { python3 "$root/tests/mutants/apply.py" "$list" "$@"; }
-tree=$work/tree
-build=$work/build
+mutants() { python3 "$root/tests/mutants/apply.py" "$root/tests/mutants/mutants.txt" "$@"; }
 mkdir -p "$tree" "$work/caught"
 rm -f "$work/caught/"*
 
 # The copy follows the working tree; a file copied afresh is newer than its objects.
-(cd "$root" && git ls-files) >"$work/files"
-while read -r file; do
-  if [ ! -e "$tree/$file" ] || ! cmp -s "$root/$file" "$tree/$file"; then
-    mkdir -p "$(dirname "$tree/$file")"
-    rm -f "$tree/$file"
-    cp -P "$root/$file" "$tree/$file"
-  fi
-done <"$work/files"
-(cd "$tree" && find . -path ./.git -prune -o \( -type f -o -type l \) -printf '%P\n') | sort |
-  comm -23 - <(sort "$work/files") | (cd "$tree" && xargs -r rm -f)
+cd "$root"
+git ls-files >"$work/files"
+while read -r file; do cmp -s "$file" "$tree/$file" || echo "$file"; done <"$work/files" |
+  xargs -r -d '\n' cp -P --parents --remove-destination -t "$tree"
+(cd "$tree" && find . \( -type f -o -type l \) -printf '%P\n') | sort |
+  comm -23 - <(sort "$work/files") | (cd "$tree" && xargs -r -d '\n' rm -f)
 find "$tree" -mindepth 1 -type d -empty -delete
 mutants "$tree" --check >/dev/null
 
@@ -51,20 +46,18 @@ failing() {
     >"$work/ctest.log" 2>&1 || true
   sed -nE 's/^[[:space:]]*[0-9]+ - ([^ ]+) \(.*\)$/\1/p' "$work/ctest.log"
 }
-# The number and the first three of the failed tests that match (grep -v: that do not match).
+# The number and the first three of the failed tests that are unit tests (1) or are not (0).
 names() {
-  local found
-  found=$(grep "$@" "$work/caught/$id" || true)
-  printf '%s: %s' "$(grep -c . <<<"$found")" "$(head -n 3 <<<"$found" | paste -sd, - | sed 's/,/, /g')"
+  awk -v unit="$1" '(/^unit\//) == unit && ++n <= 3 { list = list (n > 1 ? ", " : "") $0 }
+    END { printf "%d: %s", n, list }' "$work/caught/$id"
 }
 
 start=$SECONDS
 nice -n 19 cmake -S "$tree" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DQV_JSONCPP_SOURCE_DIR="$root/third_party/jsoncpp" -DQV_STATIC_TOOL=OFF >/dev/null
 compile || { cat "$work/build.log"; echo "run.sh: the unchanged tree does not build"; exit 1; }
-if [ -n "$(failing)" ]; then
-  cat "$work/ctest.log"; echo "run.sh: the unchanged tree fails its tests"; exit 1
-fi
+[ -z "$(failing)" ] ||
+  { cat "$work/ctest.log"; echo "run.sh: the unchanged tree fails its tests"; exit 1; }
 
 echo "| mutant | what it breaks | result | failing unit tests; first other test to fail |"
 echo "|---|---|---|---|"
@@ -73,18 +66,14 @@ while read -r id why; do
   if [ ${#only[@]} -gt 0 ] && [[ ! " ${only[*]} " =~ \ $id\  ]]; then continue; fi
   mapfile -t changed < <(mutants "$tree" "$id")
   if ! compile; then
-    result=stillborn detail=$(grep -m1 -E 'error' "$work/build.log" || true)
-    status=1
+    result=stillborn detail=$(grep -m1 -E 'error' "$work/build.log" || true) status=1
+  elif failing >"$work/caught/$id" && [ -s "$work/caught/$id" ]; then
+    result=caught detail="$(names 1); $(names 0)"
   else
-    failing >"$work/caught/$id"
-    if [ -s "$work/caught/$id" ]; then
-      result=caught detail="$(names '^unit/'); $(names -v '^unit/')"
-    else
-      result=MISSED detail='' status=1
-    fi
+    result=MISSED detail='' status=1
   fi
   echo "| $id | $why | $result | $detail |"
-  for file in "${changed[@]}"; do cp -P "$root/$file" "$tree/$file"; done
+  cp -P --parents --remove-destination -t "$tree" "${changed[@]}"
 done < <(mutants --ids)
 echo "run.sh: $((SECONDS - start)) s"
 exit "$status"
