@@ -1,6 +1,6 @@
 # The device lab: a "device" and a "peer" machine, each a network namespace with its own mount
 # namespace, joined by veth pairs. The device sees eth0 and wlan0 (their other ends are eth0-peer
-# and wlan0-peer on the peer) and the TUN devices tun0 and ppp0. The built tool is installed on the
+# and wlan0-peer on the peer). The built tool is installed on the
 # device as /usr/bin/qv-netconf and run there the way the management application runs it.
 #
 # Sourced by every scenario (run by run-scenario.sh, which sets LAB_TOOL, LAB_NAME and LAB_ROOT).
@@ -30,13 +30,11 @@ lab_start() {
     ip -n "$DEVICE_NS" link add "$link" type veth peer name "$link-peer" netns "$PEER_NS" ||
       lab_abort "cannot add $link"
   done
-  ip -n "$DEVICE_NS" tuntap add tun0 mode tun && ip -n "$DEVICE_NS" tuntap add ppp0 mode tun ||
-    lab_abort "cannot add the TUN devices"
   lab_start_holder device "$DEVICE_NS"
   DEVICE_HOLDER=$LAB_HOLDER
   lab_start_holder peer "$PEER_NS"
   PEER_HOLDER=$LAB_HOLDER
-  wait_until 10 lab_sandboxes_up && [ -e "$LAB_DIR/device.ready" ] && [ -e "$LAB_DIR/peer.ready" ] ||
+  wait_until 10 test -e "$LAB_DIR/device.ready" -a -e "$LAB_DIR/peer.ready" ||
     lab_abort "the sandboxes did not come up: $(cat "$LAB_DIR"/*-holder.log)"
   on_device cp "$LAB_TOOL" /usr/bin/qv-netconf
   on_device cp "$(dirname "$LAB_TOOL")/qv-netconf-check" /usr/bin/qv-netconf-check
@@ -64,15 +62,7 @@ lab_remove_namespace() { # namespace
       wait_until 2 lab_namespace_empty "$1"
     }
   fi
-  ip -n "$1" link del tun0 2>/dev/null
-  ip -n "$1" link del ppp0 2>/dev/null
   ip netns del "$1" 2>/dev/null
-}
-
-# True once both holders are ready; a holder that died makes waiting pointless.
-lab_sandboxes_up() {
-  kill -0 "$DEVICE_HOLDER" "$PEER_HOLDER" 2>/dev/null || return 0
-  [ -e "$LAB_DIR/device.ready" ] && [ -e "$LAB_DIR/peer.ready" ]
 }
 
 lab_namespace_empty() { [ -z "$(ip netns pids "$1" 2>/dev/null)" ]; }
@@ -180,11 +170,6 @@ values_reply() { # ip netmask gateway type
   printf '{"values":{ "ip address":"%s","netmask address":"%s","gateway address":"%s","type":"%s"}}' "$@"
 }
 
-# The four labelled lines of an interface report in console mode.
-values_lines() { # ip netmask gateway type
-  printf '%-18s%-12s\n' "Ip address: " "$1" "Netmask address: " "$2" "Gateway address: " "$3" "Type: " "$4"
-}
-
 # --- checks -----------------------------------------------------------------------------------
 
 pass() {
@@ -229,17 +214,11 @@ expect_match() { # description extended-regex actual
   if [[ $3 =~ $2 ]]; then pass "$1"; else fail "$1" "expected to match: $2" "actual: $3"; fi
 }
 
-# The command must succeed (expect_ok) or fail (expect_fails); its output is shown otherwise.
+# The command must succeed; its output is shown otherwise.
 expect_ok() { # description command...
   local description=$1 output
   shift
   if output=$("$@" 2>&1); then pass "$description"; else fail "$description" "$*" "$output"; fi
-}
-
-expect_fails() { # description command...
-  local description=$1 output
-  shift
-  if output=$("$@" 2>&1); then fail "$description" "$* succeeded" "$output"; else pass "$description"; fi
 }
 
 lab_finish() {

@@ -42,10 +42,6 @@ start_hostapd() { # name
   wait_until 5 test -s "$LAB_DIR/$name.pid" || lab_abort "hostapd wrote no PID file"
 }
 
-stop_authenticator() { # peer-interface
-  stop_by_pid_file "$LAB_DIR/hostapd-$1.pid"
-}
-
 # Starts the real wpa_supplicant on a device interface with the wired driver (or the one given),
 # logging to LAB_DIR/supplicant-IFACE.log (which starts empty).
 start_supplicant() { # interface config-file [driver]
@@ -102,21 +98,18 @@ start_dhcp_server() { # peer-interface address
   wait_until 5 test -s "$LAB_DIR/$name.pid" || lab_abort "dnsmasq wrote no PID file"
 }
 
-# Starts strongSwan on one machine (on_device or on_peer) with the given ipsec.conf and
-# ipsec.secrets. No kernel ESP exists here: charon does ESP in user space (kernel-libipsec, which
-# needs UDP encapsulation on both ends). Its log goes to LAB_DIR/charon-MACHINE.log.
-start_ipsec() { # on_device|on_peer ipsec.conf-text ipsec.secrets-text
+# Starts strongSwan on one machine (on_device or on_peer) with the ipsec.conf and ipsec.secrets of
+# ROLE from tests/lab/files. No kernel ESP exists here: charon does ESP in user space
+# (kernel-libipsec, which needs UDP encapsulation on both ends). Its log goes to
+# LAB_DIR/charon-MACHINE.log. The lab's end stops it with the rest of the namespace.
+start_ipsec() { # on_device|on_peer role
   local machine=$1 log=$LAB_DIR/charon-${1#on_}.log
-  printf '%s\n' "$2" | put_file "$machine" /etc/ipsec.conf
-  printf '%s\n' "$3" | put_file "$machine" /etc/ipsec.secrets
+  put_file "$machine" /etc/ipsec.conf <"$LAB_FILES/ipsec-$2.conf"
+  put_file "$machine" /etc/ipsec.secrets <"$LAB_FILES/ipsec-$2.secrets"
   printf 'kernel-libipsec {\n  load = yes\n}\n' |
     put_file "$machine" /etc/strongswan.d/charon/kernel-libipsec.conf
   printf 'charon {\n  filelog {\n    lab {\n      path = %s\n      default = 1\n      flush_line = yes\n    }\n  }\n}\n' \
     "$log" | put_file "$machine" /etc/strongswan.d/charon-logging.conf
   "$machine" ipsec start >>"$log.starter" 2>&1 || lab_abort "ipsec start failed: $(cat "$log.starter")"
   wait_until 10 "$machine" test -S /run/charon.ctl || lab_abort "charon did not start: $(cat "$log")"
-}
-
-stop_ipsec() { # on_device|on_peer
-  "$1" ipsec stop >>"$LAB_DIR/charon-${1#on_}.log.starter" 2>&1
 }
