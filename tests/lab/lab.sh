@@ -116,11 +116,7 @@ qv() {
 
 # True when no process of that name runs in the device's namespace.
 device_runs_no() { # name
-  local pid
-  for pid in $(ip netns pids "$DEVICE_NS"); do
-    [ "$(cat "/proc/$pid/comm" 2>/dev/null)" = "$1" ] && return 1
-  done
-  return 0
+  ! grep -qxF -f <(pgrep -x "$1") <(ip netns pids "$DEVICE_NS")
 }
 
 # Where the management application keeps config.json on the device.
@@ -228,7 +224,5 @@ lab_finish() {
 
 # shellcheck source=../e2e/confinement.sh
 . "$LAB_HERE/../e2e/confinement.sh"
-# shellcheck source=credentials.sh
-. "$LAB_HERE/credentials.sh"
 # shellcheck source=services.sh
 . "$LAB_HERE/services.sh"

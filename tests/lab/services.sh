@@ -1,35 +1,25 @@
-# The real daemons of the lab: the wired 802.1X authenticator and the DHCP server on the peer,
-# the supplicant on the device. Each is started with a PID file and stopped by that PID; their
+# The real daemons of the lab and their secrets: the wired 802.1X authenticator, the DHCP server
+# and an IPsec gateway on the peer, the supplicant and strongSwan on the device, and a throwaway
+# CA. Each is started with a PID file and stopped by that PID; their
 # logs stay in the lab directory. Sourced by lab.sh.
 
-# The authenticator's EAP users: any outer identity may run PEAP, TTLS or TLS; inside the tunnel
-# the one user is alice. TTLS is offered EAP-MSCHAPv2 inside, which the supplicant uses when its
-# file names no inner method.
-LAB_EAP_USER=alice
-LAB_EAP_PASSWORD="Alice's wired 1"
-
-# Starts hostapd on the peer as the wired authenticator of PEER_INTERFACE, with the lab CA
-# (made by make_certificates in CERTS). hostapd ignores a MAC for a while after an EAP failure,
-# so every case starts a fresh one.
-start_authenticator() { # peer-interface certs-dir
+# Starts hostapd on the peer as the wired authenticator of PEER_INTERFACE. hostapd ignores a MAC
+# for a while after an EAP failure, so every case starts a fresh one.
+start_authenticator() { # peer-interface
   local name=hostapd-$1
   {
     printf '%s\n' "interface=$1" driver=wired ieee8021x=1 use_pae_group_addr=1 eap_reauth_period=0 \
       ctrl_interface=/run/hostapd
-    eap_server_lines "$name" "$2"
+    eap_server_lines
   } >"$LAB_DIR/$name.conf"
   start_hostapd "$name"
 }
 
-# Writes the EAP users file of hostapd NAME and prints the lines that make that hostapd the EAP
-# server, with the lab CA's certificates in CERTS.
-eap_server_lines() { # name certs-dir
-  cat >"$LAB_DIR/$1.eap_user" <<EOF
-* PEAP,TTLS,TLS
-"$LAB_EAP_USER" MSCHAPV2,TTLS-MSCHAPV2 "$LAB_EAP_PASSWORD" [2]
-EOF
-  printf '%s\n' eap_server=1 "eap_user_file=$LAB_DIR/$1.eap_user" "ca_cert=$2/ca.pem" \
-    "server_cert=$2/server.pem" "private_key=$2/server.key"
+# The lines that make a hostapd the EAP server of the users in files/eap_user, with the
+# certificates of lab_certificates.
+eap_server_lines() {
+  printf '%s\n' eap_server=1 "eap_user_file=$LAB_FILES/eap_user" "ca_cert=$LAB_DIR/certs/ca.pem" \
+    "server_cert=$LAB_DIR/certs/server.pem" "private_key=$LAB_DIR/certs/server.key"
 }
 
 # Starts hostapd NAME on the peer from LAB_DIR/NAME.conf; its PID file and log are NAME.pid and
@@ -55,16 +45,11 @@ stop_supplicant() { # interface
   stop_by_pid_file "$LAB_DIR/supplicant-$1.pid"
 }
 
-# Waits for the supplicant on INTERFACE to end its EAP exchange; prints success, failure or
-# nothing (no verdict within the seconds).
+# Waits for the supplicant on INTERFACE to end its EAP exchange; prints EAP-SUCCESS, EAP-FAILURE
+# or nothing (no verdict within the seconds).
 eap_outcome() { # interface seconds
-  local log=$LAB_DIR/supplicant-$1.log
-  wait_until "$2" grep -qE 'CTRL-EVENT-EAP-(SUCCESS|FAILURE)' "$log"
-  if grep -q CTRL-EVENT-EAP-SUCCESS "$log"; then
-    echo success
-  elif grep -q CTRL-EVENT-EAP-FAILURE "$log"; then
-    echo failure
-  fi
+  wait_until "$2" grep -qE 'CTRL-EVENT-EAP-(SUCCESS|FAILURE)' "$LAB_DIR/supplicant-$1.log"
+  grep -oE 'EAP-(SUCCESS|FAILURE)' "$LAB_DIR/supplicant-$1.log" | head -n 1
 }
 
 # Ends the process named by a PID file (TERM, KILL after a bounded wait) and removes the file.
@@ -112,4 +97,29 @@ start_ipsec() { # on_device|on_peer role
     "$log" | put_file "$machine" /etc/strongswan.d/charon-logging.conf
   "$machine" ipsec start >>"$log.starter" 2>&1 || lab_abort "ipsec start failed: $(cat "$log.starter")"
   wait_until 10 "$machine" test -S /run/charon.ctl || lab_abort "charon did not start: $(cat "$log")"
+}
+
+# Makes a throwaway CA in LAB_DIR/certs with a server certificate for the authenticators and a
+# client one, the client's key and certificate as client.p12 (OpenSSL 3's default PKCS#12 format)
+# and client-legacy.p12 (the older RC2/3DES format) under the password "p12 pass 7", and installs
+# the CA and both files in the device's certificate store.
+lab_certificates() {
+  local dir=$LAB_DIR/certs store=/KQ/configuration/certificates name
+  mkdir "$dir"
+  (
+    cd "$dir" || exit 1
+    ec=(-newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes)
+    openssl req -x509 "${ec[@]}" -keyout ca.key -out ca.pem -days 2 -subj "/CN=Lab CA" &&
+      for name in server client; do
+        openssl req "${ec[@]}" -keyout "$name.key" -out "$name.csr" -subj "/CN=lab-$name" &&
+          openssl x509 -req -in "$name.csr" -CA ca.pem -CAkey ca.key -CAcreateserial \
+            -out "$name.pem" -days 2 || exit 1
+      done &&
+      openssl pkcs12 -export -inkey client.key -in client.pem -certfile ca.pem \
+        -passout "pass:p12 pass 7" -out client.p12 &&
+      openssl pkcs12 -export -legacy -inkey client.key -in client.pem -certfile ca.pem \
+        -passout "pass:p12 pass 7" -out client-legacy.p12
+  ) >"$dir/openssl.log" 2>&1 || lab_abort "cannot make the certificates: $(cat "$dir/openssl.log")"
+  on_device cp "$dir/ca.pem" "$store/cacerts/lab-ca.pem"
+  on_device cp "$dir/client.p12" "$dir/client-legacy.p12" "$store/pkcs12/"
 }

@@ -9,16 +9,13 @@
 . "$(dirname "$0")/../lab.sh"
 lab_start
 
-CERTS=$LAB_DIR/certs
-mkdir "$CERTS"
-make_certificates "$CERTS" 'p12 pass 7'
-install_certificates "$CERTS"
+lab_certificates
 on_device ip link set eth0 up
 
 # A fresh authenticator: hostapd ignores a MAC for a while after an EAP failure.
 restart_authenticator() {
   stop_by_pid_file "$LAB_DIR/hostapd-eth0-peer.pid"
-  start_authenticator eth0-peer "$CERTS"
+  start_authenticator eth0-peer
 }
 enterprise_eth0() { # type-and-address-members eap-members
   write_config '"enabled": true, '"$1"', "security": "enterprise", '"$2" '"enabled": false' '"type": "dhcp"'
@@ -26,7 +23,7 @@ enterprise_eth0() { # type-and-address-members eap-members
 
 # One case: config.json with the wired members given, set-config (with any pass-through words),
 # then a fresh authenticator and supplicant; the supplicant's verdict must be the expected one.
-wired_case() { # description success|failure eap-members [user password]
+wired_case() { # description EAP-SUCCESS|EAP-FAILURE eap-members [user password]
   local description=$1 expected=$2 outcome
   enterprise_eth0 '"type": "dhcp"' "$3"
   shift 3
@@ -55,7 +52,7 @@ restart_authenticator
 port_authorized() { on_device wpa_cli -i eth0 status | grep -qx suppPortStatus=Authorized; }
 enterprise_eth0 '"type": "static", "IP address": "10.0.0.5", "network mask": "255.255.255.0",
   "default gateway": "10.0.0.1"' '"authentication method": "peap", "ca certificate": "lab-ca.pem",
-  "user name": "'"$LAB_EAP_USER"'", "user password": "'"$(stored_password "$LAB_EAP_PASSWORD")"'"'
+  "user name": "alice", "user password": "Wt63QteqoU5gp7GQSCVYPQ=="'
 expect_reply "set-config, PEAP with the stored password" "" set-config A "$LAB_CONFIG"
 expect_ok "the wired supplicant lines are active" \
   on_device grep -qx $'\twpa-driver wired' /etc/network/interfaces
