@@ -1,7 +1,7 @@
 # The device lab: a "device" and a "peer" machine, each a network namespace with its own mount
 # namespace, joined by veth pairs. The device sees eth0 and wlan0 (their other ends are eth0-peer
-# and wlan0-peer on the peer). The built tool is installed on the
-# device as /usr/bin/qv-netconf and run there the way the management application runs it.
+# and wlan0-peer on the peer). The built tool is installed on the device as /usr/bin/qv-netconf
+# and run there the way the management application runs it.
 #
 # Sourced by every scenario (run by run-scenario.sh, which sets LAB_TOOL, LAB_NAME and LAB_ROOT).
 # Checks do not stop the scenario: each prints "ok" or "FAIL", and lab_finish sums them up.
@@ -11,7 +11,8 @@ LAB_FILES=$LAB_HERE/files
 LAB_NAME=${LAB_NAME:-qvlab-$$-$(basename "$0" .sh)}
 DEVICE_NS=$LAB_NAME-dev
 PEER_NS=$LAB_NAME-peer
-LAB_PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin
+# The clean environment of a system service.
+LAB_ENV=(PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8)
 LAB_PASSED=0
 LAB_FAILED=0
 
@@ -27,41 +28,30 @@ lab_start() {
   ip netns add "$DEVICE_NS" && ip netns add "$PEER_NS" || lab_abort "cannot add the namespaces"
   local link
   for link in eth0 wlan0; do
-    ip -n "$DEVICE_NS" link add "$link" type veth peer name "$link-peer" netns "$PEER_NS" ||
-      lab_abort "cannot add $link"
+    ip -n "$DEVICE_NS" link add "$link" type veth peer name "$link-peer" netns "$PEER_NS" &&
+      ip -n "$PEER_NS" link set "$link-peer" up || lab_abort "cannot add $link"
   done
-  lab_start_holder device "$DEVICE_NS"
-  DEVICE_HOLDER=$LAB_HOLDER
-  lab_start_holder peer "$PEER_NS"
-  PEER_HOLDER=$LAB_HOLDER
+  # The processes that hold each machine's mount namespace.
+  ip netns exec "$DEVICE_NS" unshare --mount --propagation private -- \
+    "$LAB_HERE/sandbox-inner.sh" device "$LAB_DIR" >"$LAB_DIR/device-holder.log" 2>&1 &
+  DEVICE_HOLDER=$!
+  ip netns exec "$PEER_NS" unshare --mount --propagation private -- \
+    "$LAB_HERE/sandbox-inner.sh" peer "$LAB_DIR" >"$LAB_DIR/peer-holder.log" 2>&1 &
+  PEER_HOLDER=$!
   wait_until 10 test -e "$LAB_DIR/device.ready" -a -e "$LAB_DIR/peer.ready" ||
     lab_abort "the sandboxes did not come up: $(cat "$LAB_DIR"/*-holder.log)"
   on_device cp "$LAB_TOOL" /usr/bin/qv-netconf
   on_device cp "$(dirname "$LAB_TOOL")/qv-netconf-check" /usr/bin/qv-netconf-check
-  on_peer ip link set eth0-peer up
-  on_peer ip link set wlan0-peer up
-}
-
-# Starts the process that holds a sandbox's mount namespace; its PID lands in LAB_HOLDER.
-lab_start_holder() { # role namespace
-  ip netns exec "$2" unshare --mount --propagation private -- \
-    "$LAB_HERE/sandbox-inner.sh" "$1" "$LAB_DIR" >"$LAB_DIR/$1-holder.log" 2>&1 &
-  LAB_HOLDER=$!
 }
 
 # Ends every process of a namespace (TERM, then KILL after a bounded wait) and deletes it.
 lab_remove_namespace() { # namespace
-  local pids
-  pids=$(ip netns pids "$1" 2>/dev/null)
-  if [ -n "$pids" ]; then
-    # shellcheck disable=SC2086
-    kill -TERM $pids 2>/dev/null
-    wait_until 3 lab_namespace_empty "$1" || {
-      # shellcheck disable=SC2046
-      kill -KILL $(ip netns pids "$1" 2>/dev/null) 2>/dev/null
-      wait_until 2 lab_namespace_empty "$1"
-    }
-  fi
+  local signal
+  for signal in TERM KILL; do
+    # shellcheck disable=SC2046 # one PID a word
+    kill -"$signal" $(ip netns pids "$1" 2>/dev/null) 2>/dev/null
+    wait_until 3 lab_namespace_empty "$1" && break
+  done
   ip netns del "$1" 2>/dev/null
 }
 
@@ -83,16 +73,10 @@ lab_abort() {
 # --- running things on the two machines -------------------------------------------------------
 
 # Runs a command on the device (on the peer) with the clean environment of a system service.
-on_device() { lab_enter "$DEVICE_HOLDER" "$@"; }
-on_peer() { lab_enter "$PEER_HOLDER" "$@"; }
-
 # Entering a mount namespace puts a process at that namespace's real root, which in a chroot is
 # the machine's: --root and --wd take the holder's own root and working directory (/) instead.
-lab_enter() { # holder command...
-  local holder=$1
-  shift
-  nsenter -t "$holder" -m -n --root --wd -- env -i PATH="$LAB_PATH" HOME=/root LANG=C.UTF-8 "$@"
-}
+on_device() { nsenter -t "$DEVICE_HOLDER" -m -n --root --wd -- env -i "${LAB_ENV[@]}" "$@"; }
+on_peer() { nsenter -t "$PEER_HOLDER" -m -n --root --wd -- env -i "${LAB_ENV[@]}" "$@"; }
 
 # Writes standard input to a file on one machine: put_file on_device|on_peer PATH.
 put_file() { "$1" sh -c 'mkdir -p "$(dirname "$1")" && cat >"$1"' put "$2"; }

@@ -56,6 +56,17 @@ PERSONAL="\"enabled\": true, \"ssid\": \"Lab's personal\", \"security\": \"perso
   \"passphrase\": \"n7V5Uw+k/RjSMJL5lUOARQ==\""
 associated() { on_device wpa_cli -i wlan0 status | grep -qx wpa_state=COMPLETED; }
 
+# Static first: the DHCP setup stays in place for autoconnect.
+write_config '"enabled": false' "$PERSONAL, \"type\": \"static\", \"IP address\": \"192.168.50.20\",
+  \"network mask\": \"255.255.255.0\", \"default gateway\": \"192.168.50.1\"" '"type": "dhcp"'
+expect_reply "set-config, static wlan0" "" set-config A "$LAB_CONFIG"
+expect_stdout "connect-wifi, static" "${CONSOLE_START}Connect to wifi...$NL$ROUTE_GONE" connect-wifi M
+expect_ok "the supplicant joins" wait_until 20 associated
+expect_reply "get-wlan0-parameters reports the static address" \
+  "$(values_reply 192.168.50.20 255.255.255.0 192.168.50.1 static)$NL" get-wlan0-parameters A
+expect_ok "a ping from the static address crosses the air" on_device ping -c 1 -W 5 192.168.50.1
+expect_stdout "disconnect-wifi, static" "" disconnect-wifi A
+
 write_config '"enabled": false' "$PERSONAL, \"type\": \"dhcp\"" '"type": "dhcp"'
 expect_reply "set-config, wlan0 by DHCP" "" set-config A "$LAB_CONFIG"
 expect_stdout "connect-wifi: ifupdown, the supplicant hook and dhclient" "" connect-wifi A
@@ -73,18 +84,6 @@ expect_stdout "disconnect-wifi" "${CONSOLE_START}Disconnect Wifi...$NL" disconne
 expect_reply "is-wlan0-connected: false after disconnect-wifi" false is-wlan0-connected A
 expect_ok "ifdown stops the supplicant" wait_until 5 device_runs_no wpa_supplicant
 
-write_config '"enabled": false' "$PERSONAL, \"type\": \"static\", \"IP address\": \"192.168.50.20\",
-  \"network mask\": \"255.255.255.0\", \"default gateway\": \"192.168.50.1\"" '"type": "dhcp"'
-expect_reply "set-config, static wlan0" "" set-config A "$LAB_CONFIG"
-expect_stdout "connect-wifi, static" "${CONSOLE_START}Connect to wifi...$NL$ROUTE_GONE" connect-wifi M
-expect_ok "the supplicant joins" wait_until 20 associated
-expect_reply "get-wlan0-parameters reports the static address" \
-  "$(values_reply 192.168.50.20 255.255.255.0 192.168.50.1 static)$NL" get-wlan0-parameters A
-expect_ok "a ping from the static address crosses the air" on_device ping -c 1 -W 5 192.168.50.1
-expect_stdout "disconnect-wifi, static" "" disconnect-wifi A
-
-write_config '"enabled": false' "$PERSONAL, \"type\": \"dhcp\"" '"type": "dhcp"'
-expect_reply "set-config, wlan0 by DHCP again" "" set-config A "$LAB_CONFIG"
 expect_stdout "autoconnect: eth0 down, wlan0 up, both correct" "$CONSOLE_START$(printf '%s\n' \
   "Starting autoconnect..." "Disconnecting eth0..." "Disconnect ethernet..." "Connecting to wlan0... " \
   "Connect to wifi..." "Status autoconnect Ethernet: Correct" "Status autoconnect WiFi: Correct" \
