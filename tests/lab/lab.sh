@@ -113,11 +113,9 @@ write_config() { # eth-members wlan-members dns-members
   # The checker reads every config.json the lab writes. Scenarios also break files on purpose, so
   # its findings are shown here and judged where a link comes up (expect_checker_agrees); a file
   # it cannot read, or a crash, fails the scenario.
-  local lines
   LAB_FINDINGS=$(on_device qv-netconf-check "$LAB_CONFIG") || [ $? = 1 ] ||
     fail "qv-netconf-check reads config.json" "$LAB_FINDINGS"
-  mapfile -t lines <<<"${LAB_FINDINGS//"$LAB_CONFIG: "/}"
-  [ -z "$LAB_FINDINGS" ] || printf '       check: %s\n' "${lines[@]}"
+  [ -z "$LAB_FINDINGS" ] || sed "s|^$LAB_CONFIG: |       check: |" <<<"$LAB_FINDINGS"
 }
 
 # A config.json that brought a link up must not be one the checker says can never work.

@@ -54,21 +54,14 @@ eap_outcome() { # interface seconds
 
 # Ends the process named by a PID file (TERM, KILL after a bounded wait) and removes the file.
 stop_by_pid_file() { # pid-file
-  local pid
   [ -s "$1" ] || return 0
-  pid=$(cat "$1")
-  kill -TERM "$pid" 2>/dev/null
-  wait_until 3 lab_process_gone "$pid" || kill -KILL "$pid" 2>/dev/null
+  kill -TERM "$(cat "$1")" 2>/dev/null
+  wait_until 3 lab_process_gone "$(cat "$1")" || kill -KILL "$(cat "$1")" 2>/dev/null
   rm -f "$1"
 }
 
 # A daemon's zombie waits for whoever adopted it to reap it: it counts as gone.
-lab_process_gone() { # pid
-  local stat
-  stat=$(cat "/proc/$1/stat" 2>/dev/null) || return 0
-  stat=${stat##*) }
-  [ "${stat%% *}" = Z ]
-}
+lab_process_gone() { [[ $(ps -o stat= -p "$1") != [^Z]* ]]; }
 
 # Starts dnsmasq on the peer as the DHCP server of PEER_INTERFACE, which gets ADDRESS (a /24). It
 # leases .50 to .59 of that network and names itself router and name server.

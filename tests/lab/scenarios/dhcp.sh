@@ -2,9 +2,9 @@
 # DHCP end to end with both clients ifupdown may pick, dhclient (its first choice) and dhcpcd:
 # set-config writes eth0's dhcp stanza, connect-ethernet obtains a lease from dnsmasq on the peer,
 # the report shows it, and disconnect-ethernet gives it back. Then dhcpcd as the system's daemon
-# honours the static block and the denyinterfaces line set-config writes into /etc/dhcpcd.conf;
-# dnsmasq serves both of the peer's ends, so a wlan0 that dhcpcd did not leave alone would get a
-# lease.
+# honours the static block and the denyinterfaces line set-config writes into /etc/dhcpcd.conf
+# (whose bytes the end-to-end cases pin); dnsmasq serves both of the peer's ends, so a wlan0 that
+# dhcpcd did not leave alone would get a lease.
 . "$(dirname "$0")/../lab.sh"
 lab_start
 
@@ -14,24 +14,19 @@ start_dhcp_server wlan0-peer 10.0.1.1
 # A lost server must not hold ifup for dhclient's default minute.
 printf 'timeout 10;\n' | on_device sh -c 'cat >>/etc/dhcp/dhclient.conf'
 put_file on_device /etc/dhcpcd.conf <"$LAB_FILES/dhcpcd-head.conf"
-HEAD=$(cat "$LAB_FILES/dhcpcd-head.conf")
 # Only an address of the server's range (.50 to .59, shown as .5x) proves the lease came from
 # dnsmasq.
 LEASED="$(values_reply 10.0.0.5x 255.255.255.0 10.0.0.1 dhcp)$NL"
 
 write_config '"enabled": true, "type": "dhcp", "security": "open"' '"enabled": false' '"type": "dhcp"'
 expect_reply "set-config writes the files silently" "" set-config A "$LAB_CONFIG"
-expect_same "dhcpcd.conf: the head, then wlan0 denied" "$HEAD${NL}denyinterfaces wlan0" \
-  "$(on_device cat /etc/dhcpcd.conf)"
 for client in dhclient dhcpcd; do
   # ifupdown takes the first DHCP client it finds, and dhclient comes first.
   [ "$client" = dhclient ] || on_device mount --bind /dev/null /usr/sbin/dhclient
-  qv connect-ethernet A
-  expect_same "$client: connect-ethernet ends with status 0" 0 "$QV_STATUS"
+  expect_stdout "$client: connect-ethernet" "" connect-ethernet A
   qv get-eth0-parameters A
   expect_same "$client: get-eth0-parameters reports the lease" "$LEASED" "${QV_OUT/10.0.0.5[0-9]\"/10.0.0.5x\"}"
-  qv disconnect-ethernet A
-  expect_same "$client: disconnect-ethernet ends with status 0" 0 "$QV_STATUS"
+  expect_stdout "$client: disconnect-ethernet" "" disconnect-ethernet A
   expect_same "$client: eth0 has no address left" "" "$(on_device ip -4 -o addr show dev eth0)"
   expect_ok "$client is gone" wait_until 5 device_runs_no "$client"
 done
@@ -41,9 +36,6 @@ write_config '"enabled": true, "type": "static", "IP address": "10.0.0.5",
   "network mask": "255.255.0.0", "default gateway": "10.0.0.1", "security": "open"' \
   '"enabled": false' '"type": "static", "dns1": "10.0.0.1", "dns2": "10.0.0.2", "domain": "lab"'
 expect_reply "set-config, eth0 static" "" set-config A "$LAB_CONFIG"
-expect_same "dhcpcd.conf: the head, wlan0 denied, eth0's static block" \
-  "$HEAD${NL}denyinterfaces wlan0${NL}interface eth0${NL}static ip_address=10.0.0.5/16${NL}static routers=10.0.0.1${NL}static domain_name_servers=10.0.0.1 10.0.0.2" \
-  "$(on_device cat /etc/dhcpcd.conf)"
 dhcpcd_log=$(on_device dhcpcd -w 2>&1)
 expect_same "dhcpcd set the static address" "10.0.0.5/16 brd 10.0.255.255" \
   "$(on_device ip -4 -o addr show dev eth0 | awk '{print $4, $5, $6}')"

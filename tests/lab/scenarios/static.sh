@@ -29,8 +29,6 @@ autoconnect_lines() { # ethernet-status wifi-status closing [ifdown-output]
 
 static_eth0 10.0.0.5
 expect_reply "set-config writes the files silently" "" set-config A "$LAB_CONFIG"
-expect_reply "is-wired-on: eth0 down, console" \
-  "${CONSOLE_START}Is ethernet enabled...${NL}Ethernet is disabled.$NL" is-wired-on M
 expect_stdout "connect-ethernet brings eth0 up" "$ROUTE_GONE" connect-ethernet A
 expect_same "eth0 carries the generated address and netmask" "10.0.0.5/24 brd 10.0.0.255" \
   "$(device_address)"
@@ -52,9 +50,6 @@ expect_same "no default route is left" "" "$(device_default_route)"
 expect_reply "get-eth0-parameters: disconnected" "$(values_reply "" "" "" static)$NL" \
   get-eth0-parameters A
 expect_reply "is-eth0-connected: disconnected" false is-eth0-connected A
-expect_reply "get-ppp0-parameters: no such device, console" \
-  "${CONSOLE_START}Get ppp0 parameters...${NL}Interface is disable or not connected.$NL" \
-  get-ppp0-parameters M
 
 expect_stdout "autoconnect: eth0 up, wlan0 down, both correct" \
   "$CONSOLE_START$(autoconnect_lines Correct Correct "Autoconnect complete." "$ROUTE_GONE")$NL" \
