@@ -1,5 +1,5 @@
-# The device lab: a "device" and a "peer" machine, each a network namespace with its own mount
-# namespace, joined by veth pairs. The device sees eth0 and wlan0 (their other ends are eth0-peer
+# The device lab: a "device" and a "peer" machine, each an end-to-end sandbox (network and mount
+# namespace, see machine.sh) holding the real utilities and daemons, joined by veth pairs. The device sees eth0 and wlan0 (their other ends are eth0-peer
 # and wlan0-peer on the peer). The built tool is installed on the device as /usr/bin/qv-netconf
 # and run there the way the management application runs it.
 #
@@ -25,21 +25,22 @@ lab_start() {
   LAB_DIR=$(mktemp -d "${LAB_ROOT:-/tmp}/qv-lab.XXXXXX")
   trap lab_stop EXIT
   trap 'exit 124' TERM INT
-  ip netns add "$DEVICE_NS" && ip netns add "$PEER_NS" || lab_abort "cannot add the namespaces"
-  local link
+  local role link
+  for role in device peer; do
+    "$LAB_HERE/../e2e/sandbox.sh" --tool "$LAB_HERE/machine.sh" --out "$LAB_DIR/$role" -- \
+      "$role" "$LAB_DIR" >"$LAB_DIR/$role.log" 2>&1 &
+  done
+  wait_until 10 test -s "$LAB_DIR/device.pid" -a -s "$LAB_DIR/peer.pid" ||
+    lab_abort "the sandboxes did not come up: $(cat "$LAB_DIR"/*.log)"
+  DEVICE_HOLDER=$(cat "$LAB_DIR/device.pid")
+  PEER_HOLDER=$(cat "$LAB_DIR/peer.pid")
+  # Named, the namespaces can be listed, entered and ended like any other.
+  ip netns attach "$DEVICE_NS" "$DEVICE_HOLDER" && ip netns attach "$PEER_NS" "$PEER_HOLDER" ||
+    lab_abort "cannot name the namespaces"
   for link in eth0 wlan0; do
     ip -n "$DEVICE_NS" link add "$link" type veth peer name "$link-peer" netns "$PEER_NS" &&
       ip -n "$PEER_NS" link set "$link-peer" up || lab_abort "cannot add $link"
   done
-  # The processes that hold each machine's mount namespace.
-  ip netns exec "$DEVICE_NS" unshare --mount --propagation private -- \
-    "$LAB_HERE/sandbox-inner.sh" device "$LAB_DIR" >"$LAB_DIR/device-holder.log" 2>&1 &
-  DEVICE_HOLDER=$!
-  ip netns exec "$PEER_NS" unshare --mount --propagation private -- \
-    "$LAB_HERE/sandbox-inner.sh" peer "$LAB_DIR" >"$LAB_DIR/peer-holder.log" 2>&1 &
-  PEER_HOLDER=$!
-  wait_until 10 test -e "$LAB_DIR/device.ready" -a -e "$LAB_DIR/peer.ready" ||
-    lab_abort "the sandboxes did not come up: $(cat "$LAB_DIR"/*-holder.log)"
   on_device cp "$LAB_TOOL" /usr/bin/qv-netconf
   on_device cp "$(dirname "$LAB_TOOL")/qv-netconf-check" /usr/bin/qv-netconf-check
 }
