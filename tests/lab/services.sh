@@ -3,29 +3,16 @@
 # CA. Each is started with a PID file and stopped by that PID; their
 # logs stay in the lab directory. Sourced by lab.sh.
 
-# Starts hostapd on the peer as the wired authenticator of PEER_INTERFACE. hostapd ignores a MAC
-# for a while after an EAP failure, so every case starts a fresh one.
-start_authenticator() { # peer-interface
-  local name=hostapd-$1
-  {
-    printf '%s\n' "interface=$1" driver=wired ieee8021x=1 use_pae_group_addr=1 eap_reauth_period=0 \
-      ctrl_interface=/run/hostapd
-    eap_server_lines
-  } >"$LAB_DIR/$name.conf"
-  start_hostapd "$name"
-}
-
-# The lines that make a hostapd the EAP server of the users in files/eap_user, with the
-# certificates of lab_certificates.
-eap_server_lines() {
-  printf '%s\n' eap_server=1 "eap_user_file=$LAB_FILES/eap_user" "ca_cert=$LAB_DIR/certs/ca.pem" \
-    "server_cert=$LAB_DIR/certs/server.pem" "private_key=$LAB_DIR/certs/server.key"
-}
-
-# Starts hostapd NAME on the peer from LAB_DIR/NAME.conf; its PID file and log are NAME.pid and
-# NAME.log there.
-start_hostapd() { # name
-  local name=$1
+# Starts hostapd on the peer from a configuration file NAME.conf; an 802.1X one also makes it the
+# EAP server of the users in files/eap_user, with the certificates of lab_certificates. Its
+# configuration, PID file and log are NAME.conf, .pid and .log in LAB_DIR.
+start_hostapd() { # conf-file
+  local name
+  name=$(basename "$1" .conf)
+  cat "$1" >"$LAB_DIR/$name.conf"
+  grep -qx ieee8021x=1 "$1" && printf '%s\n' eap_server=1 "eap_user_file=$LAB_FILES/eap_user" \
+    "ca_cert=$LAB_DIR/certs/ca.pem" "server_cert=$LAB_DIR/certs/server.pem" \
+    "private_key=$LAB_DIR/certs/server.key" >>"$LAB_DIR/$name.conf"
   rm -f "$LAB_DIR/$name.pid"
   on_peer hostapd -B -P "$LAB_DIR/$name.pid" -f "$LAB_DIR/$name.log" "$LAB_DIR/$name.conf" ||
     lab_abort "hostapd did not start: $(cat "$LAB_DIR/$name.log")"
@@ -77,19 +64,17 @@ start_dhcp_server() { # peer-interface address
 }
 
 # Starts strongSwan on one machine (on_device or on_peer) with the ipsec.conf and ipsec.secrets of
-# ROLE from tests/lab/files. No kernel ESP exists here: charon does ESP in user space
-# (kernel-libipsec, which needs UDP encapsulation on both ends). Its log goes to
-# LAB_DIR/charon-MACHINE.log. The lab's end stops it with the rest of the namespace.
+# ROLE from tests/lab/files. charon does ESP in user space (kernel-libipsec, which needs UDP
+# encapsulation on both ends) and logs to that machine's /run/charon-lab.log. The lab's end stops
+# it with the rest of the namespace.
 start_ipsec() { # on_device|on_peer role
-  local machine=$1 log=$LAB_DIR/charon-${1#on_}.log
-  put_file "$machine" /etc/ipsec.conf <"$LAB_FILES/ipsec-$2.conf"
-  put_file "$machine" /etc/ipsec.secrets <"$LAB_FILES/ipsec-$2.secrets"
-  printf 'kernel-libipsec {\n  load = yes\n}\n' |
-    put_file "$machine" /etc/strongswan.d/charon/kernel-libipsec.conf
-  printf 'charon {\n  filelog {\n    lab {\n      path = %s\n      default = 1\n      flush_line = yes\n    }\n  }\n}\n' \
-    "$log" | put_file "$machine" /etc/strongswan.d/charon-logging.conf
-  "$machine" ipsec start >>"$log.starter" 2>&1 || lab_abort "ipsec start failed: $(cat "$log.starter")"
-  wait_until 10 "$machine" test -S /run/charon.ctl || lab_abort "charon did not start: $(cat "$log")"
+  put_file "$1" /etc/ipsec.conf <"$LAB_FILES/ipsec-$2.conf"
+  put_file "$1" /etc/ipsec.secrets <"$LAB_FILES/ipsec-$2.secrets"
+  put_file "$1" /etc/strongswan.d/charon/kernel-libipsec.conf <"$LAB_FILES/kernel-libipsec.conf"
+  put_file "$1" /etc/strongswan.d/charon-logging.conf <"$LAB_FILES/charon-logging.conf"
+  "$1" ipsec start >/dev/null 2>&1 || lab_abort "ipsec start failed: $("$1" ipsec start 2>&1)"
+  wait_until 10 "$1" test -S /run/charon.ctl ||
+    lab_abort "charon did not start: $("$1" cat /run/charon-lab.log)"
 }
 
 # Makes a throwaway CA in LAB_DIR/certs with a server certificate for the authenticators and a

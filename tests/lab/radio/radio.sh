@@ -12,7 +12,7 @@ WPA_CONF=/etc/wpa_supplicant/wpa_supplicant.conf
 radio_start() {
   lab_start
   ip -n "$DEVICE_NS" link del wlan0
-  local phy conf
+  local phy conf log
   for phy in $(iw phy | awk '$1 == "Wiphy" {print $2}'); do
     if [ "$phy" = phy0 ]; then
       iw phy phy0 set netns name "$DEVICE_NS"
@@ -23,18 +23,12 @@ radio_start() {
   on_device ip link show wlan0 >/dev/null || lab_abort "no station radio: is this the radio stage's VM?"
   lab_certificates
   on_device cp "$LAB_FILES/qv-get-freq-list" /usr/bin/qv-get-freq-list
-  for conf in "$RADIO_HERE"/access-points/*.conf; do start_ap "$conf"; done
-}
-
-# Starts the access point of a configuration (an enterprise one as its own EAP server) and waits
-# until it beacons. Every AP's BSSID is its radio's address: hwsim gives radio N 02:00:00:00:0N:00.
-start_ap() { # conf-file
-  local name
-  name=hostapd-$(basename "$1" .conf)
-  cat "$1" >"$LAB_DIR/$name.conf"
-  if grep -q WPA-EAP "$1"; then eap_server_lines >>"$LAB_DIR/$name.conf"; fi
-  start_hostapd "$name"
-  wait_until 10 grep -q AP-ENABLED "$LAB_DIR/$name.log" || lab_abort "$1 did not start: $(cat "$LAB_DIR/$name.log")"
+  # Every AP's BSSID is its radio's address: hwsim gives radio N 02:00:00:00:0N:00.
+  for conf in "$RADIO_HERE"/access-points/*.conf; do
+    start_hostapd "$conf"
+    log=$LAB_DIR/$(basename "$conf" .conf).log
+    wait_until 10 grep -q AP-ENABLED "$log" || lab_abort "$conf did not start: $(cat "$log")"
+  done
 }
 
 # Starts the supplicant on wlan0 with the file the tool wrote and prints its verdict: "COMPLETED"

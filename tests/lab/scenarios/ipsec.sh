@@ -7,7 +7,7 @@
 lab_start
 
 NL=$'\n'
-NO_TUNNEL="$(values_reply "" "" "" "")$NL"
+
 on_device ip link set eth0 up
 on_device ip addr add 10.0.0.5/24 dev eth0
 on_peer ip addr add 10.0.0.1/24 dev eth0-peer
@@ -16,7 +16,8 @@ on_peer ip addr add 10.20.0.1/16 dev lo
 
 expect_reply "is-ipsec-connected: daemon not started, console" \
   "${CONSOLE_START}Is ipsec connected...${NL}Ipsec is not connected.$NL" is-ipsec-connected M
-expect_reply "get-ipsec-parameters: daemon not started" "$NO_TUNNEL" get-ipsec-parameters A
+expect_reply "get-ipsec-parameters: daemon not started" "$(values_reply "" "" "" "")$NL" \
+  get-ipsec-parameters A
 
 start_ipsec on_peer gateway
 start_ipsec on_device device

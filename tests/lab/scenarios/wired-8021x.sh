@@ -15,7 +15,7 @@ on_device ip link set eth0 up
 # A fresh authenticator: hostapd ignores a MAC for a while after an EAP failure.
 restart_authenticator() {
   stop_by_pid_file "$LAB_DIR/hostapd-eth0-peer.pid"
-  start_authenticator eth0-peer
+  start_hostapd "$LAB_FILES/hostapd-eth0-peer.conf"
 }
 enterprise_eth0() { # type-and-address-members eap-members
   write_config '"enabled": true, '"$1"', "security": "enterprise", '"$2" '"enabled": false' '"type": "dhcp"'
