@@ -122,11 +122,6 @@ write_config() { # eth-members wlan-members dns-members
   [ -z "$LAB_FINDINGS" ] || sed "s|^$LAB_CONFIG: |       check: |" <<<"$LAB_FINDINGS"
 }
 
-# A config.json that brought a link up must not be one the checker says can never work.
-expect_checker_agrees() { # description
-  [[ $LAB_FINDINGS != *": error: "* ]] || fail "$1: qv-netconf-check raised a false alarm" "$LAB_FINDINGS"
-}
-
 # Polls a command every tenth of a second until it succeeds or the seconds run out.
 wait_until() { # seconds command...
   local deadline=$((SECONDS + $1))

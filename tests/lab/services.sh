@@ -20,16 +20,12 @@ start_hostapd() { # conf-file
 }
 
 # Starts the real wpa_supplicant on a device interface with the wired driver (or the one given),
-# logging to LAB_DIR/supplicant-IFACE.log (which starts empty).
+# logging to LAB_DIR/supplicant-IFACE.log (which starts empty); its PID file is supplicant-IFACE.pid
+# there.
 start_supplicant() { # interface config-file [driver]
   local log=$LAB_DIR/supplicant-$1.log
   : >"$log"
-  rm -f "$LAB_DIR/supplicant-$1.pid"
   on_device wpa_supplicant -B -D "${3:-wired}" -i "$1" -c "$2" -f "$log" -P "$LAB_DIR/supplicant-$1.pid"
-}
-
-stop_supplicant() { # interface
-  stop_by_pid_file "$LAB_DIR/supplicant-$1.pid"
 }
 
 # Waits for the supplicant on INTERFACE to end its EAP exchange; prints EAP-SUCCESS, EAP-FAILURE

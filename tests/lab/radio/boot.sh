@@ -90,14 +90,12 @@ qemu_status=$?
 # A failed run keeps only the console log and the results.
 rm -rf "$INITRAMFS" "$RUN/initramfs.cpio"
 
-[ -e "$RESULTS/booted" ] || radio_abort "the VM did not boot (status $qemu_status): see $CONSOLE"
 cat "$RESULTS"/*.out 2>/dev/null
-echo "radio: VM up after $(cat "$RESULTS/booted") s"
-if [ "$qemu_status" != 0 ]; then
-  radio_abort "the VM ended with status $qemu_status (124: deadline of $DEADLINE s): see $CONSOLE"
+echo "radio: VM up after $(cat "$RESULTS/booted" 2>/dev/null || echo "(never)") s"
+if [ "$qemu_status" != 0 ] || ! status=$(cat "$RESULTS/done" 2>/dev/null); then
+  radio_abort "the VM ended with status $qemu_status (124: deadline of $DEADLINE s) before its" \
+    "scenarios did: see $CONSOLE"
 fi
-[ -e "$RESULTS/done" ] || radio_abort "the VM stopped before its scenarios ended: see $CONSOLE"
-status=$(cat "$RESULTS/done")
 if [ "$status" = 0 ]; then
   rm -rf "$RUN"
 else

@@ -35,7 +35,7 @@ radio_start() {
 # and the BSSID it joined, "refused" when it gave up on the credentials, else its state.
 associate() {
   local log=$LAB_DIR/supplicant-wlan0.log
-  stop_supplicant wlan0
+  stop_by_pid_file "$LAB_DIR/supplicant-wlan0.pid"
   start_supplicant wlan0 "$WPA_CONF" nl80211 || return
   wait_until 20 grep -qE 'CTRL-EVENT-(CONNECTED|SSID-TEMP-DISABLED|EAP-FAILURE)' "$log"
   if grep -qE 'CTRL-EVENT-(SSID-TEMP-DISABLED|EAP-FAILURE)' "$log"; then

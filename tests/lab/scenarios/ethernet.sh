@@ -42,8 +42,6 @@ expect_same "eth0 carries the generated address and netmask" "10.0.0.5/24 brd 10
   "$(device_address)"
 expect_match "the default route goes through the generated gateway" \
   '^default via 10\.0\.0\.1 dev eth0 onlink *$' "$(device_default_route)"
-expect_reply "get-eth0-parameters reports the static setup" \
-  "$(values_reply 10.0.0.5 255.255.255.0 10.0.0.1 static)$NL" get-eth0-parameters A
 expect_stdout "connect-ethernet again: down, then up" \
   "${CONSOLE_START}Connect to ethernet...$NL" connect-ethernet M
 expect_same "eth0 is configured again" "10.0.0.5/24 brd 10.0.0.255" "$(device_address)"

@@ -29,8 +29,5 @@ expect_reply "get-ipsec-parameters: the device's inner address" \
 
 expect_ok "the tunnel goes down" on_device ipsec down ipsec-vpn
 expect_reply "is-ipsec-connected: tunnel down" false is-ipsec-connected A
-expect_reply "get-ipsec-parameters: tunnel down, console" \
-  "${CONSOLE_START}Get ipsec parameters...${NL}Ipsec is disable or not connected.$NL" \
-  get-ipsec-parameters M
 
 lab_finish
