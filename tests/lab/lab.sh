@@ -119,7 +119,7 @@ write_config() { # eth-members wlan-members dns-members
   # it cannot read, or a crash, fails the scenario.
   LAB_FINDINGS=$(on_device qv-netconf-check "$LAB_CONFIG") || [ $? = 1 ] ||
     fail "qv-netconf-check reads config.json" "$LAB_FINDINGS"
-  [ -z "$LAB_FINDINGS" ] || sed "s|^$LAB_CONFIG: |       check: |" <<<"$LAB_FINDINGS"
+  [ -z "$LAB_FINDINGS" ] || echo "${LAB_FINDINGS//"$LAB_CONFIG: "/       check: }"
 }
 
 # Polls a command every tenth of a second until it succeeds or the seconds run out.
