@@ -10,7 +10,7 @@ set -uo pipefail
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 REPO=$(cd "$HERE/../.." && pwd)
 TOOL=$(realpath "$1")
-SCENARIO=tests/lab/scenarios/ethernet.sh
+SCENARIO=tests/lab/scenarios/ipsec.sh
 # shellcheck source=../e2e/confinement.sh
 . "$REPO/tests/e2e/confinement.sh"
 
