@@ -1,7 +1,8 @@
 #!/bin/bash
-# Proves that the lab and the sandbox stay inside a chroot: runs a lab scenario, an end-to-end case
-# and the sandbox's host check inside a throwaway chroot of this machine (an overlay of its root,
-# whose writes vanish with a private mount namespace), then fails if anything outside the chroot
+# Proves that the lab and the sandbox stay inside a chroot: runs a lab scenario (whose machines are
+# end-to-end sandboxes running the tool and the real daemons) and the sandbox's host check inside a
+# throwaway chroot of this machine (an overlay of its root, whose writes vanish with a private mount
+# namespace), then fails if anything outside the chroot
 # changed: files under /etc, /usr/bin, /KQ and /run, links, addresses, routes, daemons on the
 # machine's network, or processes of the run left behind.
 #   chroot-check.sh TOOL
@@ -9,8 +10,7 @@ set -uo pipefail
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 REPO=$(cd "$HERE/../.." && pwd)
 TOOL=$(realpath "$1")
-SCENARIO=tests/lab/scenarios/probes.sh
-CASE=tests/e2e/cases/set-config/dns-static-first-server-and-domain
+SCENARIO=tests/lab/scenarios/ipsec.sh
 # shellcheck source=../e2e/confinement.sh
 . "$REPO/tests/e2e/confinement.sh"
 
@@ -51,11 +51,11 @@ inner() {
   mount --bind "$REPO" "$root$REPO"
   mount -o remount,bind,ro "$root$REPO"
   cp "$TOOL" "$root/tmp/tool/qv-netconf"
+  cp "$(dirname "$TOOL")/qv-netconf-check" "$root/tmp/tool/"
   set +e
   local status=0 process comm left=
   in_chroot() { chroot "$root" /usr/bin/env -C "$REPO" "$@" || status=1; }
   in_chroot tests/lab/run-scenario.sh /tmp/tool/qv-netconf "$SCENARIO"
-  in_chroot tests/e2e/run-case.sh /tmp/tool/qv-netconf "$CASE"
   in_chroot tests/e2e/checks/host-untouched.sh
   # A glob, not a command: nothing of this listing itself shows up in it.
   for process in "$root"/proc/[0-9]*; do
@@ -68,7 +68,7 @@ inner() {
 touch "$WORK/started"
 snapshot >"$WORK/before"
 export -f inner
-export WORK REPO TOOL SCENARIO CASE
+export WORK REPO TOOL SCENARIO
 unshare --pid --fork --mount --propagation private -- bash -c inner
 status=$?
 snapshot >"$WORK/after"

@@ -1,93 +1,50 @@
-# The real daemons of the lab: the wired 802.1X authenticator and the DHCP server on the peer,
-# the supplicant on the device. Each is started with a PID file and stopped by that PID; their
+# The real daemons of the lab and their secrets: the wired 802.1X authenticator, the DHCP server
+# and an IPsec gateway on the peer, the supplicant and strongSwan on the device, and a throwaway
+# CA. Each is started with a PID file and stopped by that PID; their
 # logs stay in the lab directory. Sourced by lab.sh.
 
-# The authenticator's EAP users: any outer identity may run PEAP, TTLS or TLS; inside the tunnel
-# the one user is alice. TTLS is offered EAP-MSCHAPv2 inside, which the supplicant uses when its
-# file names no inner method.
-LAB_EAP_USER=alice
-LAB_EAP_PASSWORD="Alice's wired 1"
-
-# Starts hostapd on the peer as the wired authenticator of PEER_INTERFACE, with the lab CA
-# (made by make_certificates in CERTS). hostapd ignores a MAC for a while after an EAP failure,
-# so every case starts a fresh one.
-start_authenticator() { # peer-interface certs-dir
-  local name=hostapd-$1
-  {
-    printf '%s\n' "interface=$1" driver=wired ieee8021x=1 use_pae_group_addr=1 eap_reauth_period=0 \
-      ctrl_interface=/run/hostapd
-    eap_server_lines "$name" "$2"
-  } >"$LAB_DIR/$name.conf"
-  start_hostapd "$name"
-}
-
-# Writes the EAP users file of hostapd NAME and prints the lines that make that hostapd the EAP
-# server, with the lab CA's certificates in CERTS.
-eap_server_lines() { # name certs-dir
-  cat >"$LAB_DIR/$1.eap_user" <<EOF
-* PEAP,TTLS,TLS
-"$LAB_EAP_USER" MSCHAPV2,TTLS-MSCHAPV2 "$LAB_EAP_PASSWORD" [2]
-EOF
-  printf '%s\n' eap_server=1 "eap_user_file=$LAB_DIR/$1.eap_user" "ca_cert=$2/ca.pem" \
-    "server_cert=$2/server.pem" "private_key=$2/server.key"
-}
-
-# Starts hostapd NAME on the peer from LAB_DIR/NAME.conf; its PID file and log are NAME.pid and
-# NAME.log there.
-start_hostapd() { # name
-  local name=$1
+# Starts hostapd on the peer from a configuration file NAME.conf; an 802.1X one also makes it the
+# EAP server of the users in files/eap_user, with the certificates of lab_certificates. Its
+# configuration, PID file and log are NAME.conf, .pid and .log in LAB_DIR.
+start_hostapd() { # conf-file
+  local name
+  name=$(basename "$1" .conf)
+  cat "$1" >"$LAB_DIR/$name.conf"
+  grep -qx ieee8021x=1 "$1" && printf '%s\n' eap_server=1 "eap_user_file=$LAB_FILES/eap_user" \
+    "ca_cert=$LAB_DIR/certs/ca.pem" "server_cert=$LAB_DIR/certs/server.pem" \
+    "private_key=$LAB_DIR/certs/server.key" >>"$LAB_DIR/$name.conf"
   rm -f "$LAB_DIR/$name.pid"
   on_peer hostapd -B -P "$LAB_DIR/$name.pid" -f "$LAB_DIR/$name.log" "$LAB_DIR/$name.conf" ||
     lab_abort "hostapd did not start: $(cat "$LAB_DIR/$name.log")"
   wait_until 5 test -s "$LAB_DIR/$name.pid" || lab_abort "hostapd wrote no PID file"
 }
 
-stop_authenticator() { # peer-interface
-  stop_by_pid_file "$LAB_DIR/hostapd-$1.pid"
-}
-
 # Starts the real wpa_supplicant on a device interface with the wired driver (or the one given),
-# logging to LAB_DIR/supplicant-IFACE.log (which starts empty).
+# logging to LAB_DIR/supplicant-IFACE.log (which starts empty); its PID file is supplicant-IFACE.pid
+# there.
 start_supplicant() { # interface config-file [driver]
   local log=$LAB_DIR/supplicant-$1.log
   : >"$log"
-  rm -f "$LAB_DIR/supplicant-$1.pid"
   on_device wpa_supplicant -B -D "${3:-wired}" -i "$1" -c "$2" -f "$log" -P "$LAB_DIR/supplicant-$1.pid"
 }
 
-stop_supplicant() { # interface
-  stop_by_pid_file "$LAB_DIR/supplicant-$1.pid"
-}
-
-# Waits for the supplicant on INTERFACE to end its EAP exchange; prints success, failure or
-# nothing (no verdict within the seconds).
+# Waits for the supplicant on INTERFACE to end its EAP exchange; prints EAP-SUCCESS, EAP-FAILURE
+# or nothing (no verdict within the seconds).
 eap_outcome() { # interface seconds
-  local log=$LAB_DIR/supplicant-$1.log
-  wait_until "$2" grep -qE 'CTRL-EVENT-EAP-(SUCCESS|FAILURE)' "$log"
-  if grep -q CTRL-EVENT-EAP-SUCCESS "$log"; then
-    echo success
-  elif grep -q CTRL-EVENT-EAP-FAILURE "$log"; then
-    echo failure
-  fi
+  wait_until "$2" grep -qE 'CTRL-EVENT-EAP-(SUCCESS|FAILURE)' "$LAB_DIR/supplicant-$1.log"
+  grep -oE 'EAP-(SUCCESS|FAILURE)' "$LAB_DIR/supplicant-$1.log" | head -n 1
 }
 
 # Ends the process named by a PID file (TERM, KILL after a bounded wait) and removes the file.
 stop_by_pid_file() { # pid-file
-  local pid
   [ -s "$1" ] || return 0
-  pid=$(cat "$1")
-  kill -TERM "$pid" 2>/dev/null
-  wait_until 3 lab_process_gone "$pid" || kill -KILL "$pid" 2>/dev/null
+  kill -TERM "$(cat "$1")" 2>/dev/null
+  wait_until 3 lab_process_gone "$(cat "$1")" || kill -KILL "$(cat "$1")" 2>/dev/null
   rm -f "$1"
 }
 
 # A daemon's zombie waits for whoever adopted it to reap it: it counts as gone.
-lab_process_gone() { # pid
-  local stat
-  stat=$(cat "/proc/$1/stat" 2>/dev/null) || return 0
-  stat=${stat##*) }
-  [ "${stat%% *}" = Z ]
-}
+lab_process_gone() { [[ $(ps -o stat= -p "$1") != [^Z]* ]]; }
 
 # Starts dnsmasq on the peer as the DHCP server of PEER_INTERFACE, which gets ADDRESS (a /24). It
 # leases .50 to .59 of that network and names itself router and name server.
@@ -102,21 +59,41 @@ start_dhcp_server() { # peer-interface address
   wait_until 5 test -s "$LAB_DIR/$name.pid" || lab_abort "dnsmasq wrote no PID file"
 }
 
-# Starts strongSwan on one machine (on_device or on_peer) with the given ipsec.conf and
-# ipsec.secrets. No kernel ESP exists here: charon does ESP in user space (kernel-libipsec, which
-# needs UDP encapsulation on both ends). Its log goes to LAB_DIR/charon-MACHINE.log.
-start_ipsec() { # on_device|on_peer ipsec.conf-text ipsec.secrets-text
-  local machine=$1 log=$LAB_DIR/charon-${1#on_}.log
-  printf '%s\n' "$2" | put_file "$machine" /etc/ipsec.conf
-  printf '%s\n' "$3" | put_file "$machine" /etc/ipsec.secrets
-  printf 'kernel-libipsec {\n  load = yes\n}\n' |
-    put_file "$machine" /etc/strongswan.d/charon/kernel-libipsec.conf
-  printf 'charon {\n  filelog {\n    lab {\n      path = %s\n      default = 1\n      flush_line = yes\n    }\n  }\n}\n' \
-    "$log" | put_file "$machine" /etc/strongswan.d/charon-logging.conf
-  "$machine" ipsec start >>"$log.starter" 2>&1 || lab_abort "ipsec start failed: $(cat "$log.starter")"
-  wait_until 10 "$machine" test -S /run/charon.ctl || lab_abort "charon did not start: $(cat "$log")"
+# Starts strongSwan on one machine (on_device or on_peer) with the ipsec.conf and ipsec.secrets of
+# ROLE from tests/lab/files. charon does ESP in user space (kernel-libipsec, which needs UDP
+# encapsulation on both ends) and logs to that machine's /run/charon-lab.log. The lab's end stops
+# it with the rest of the namespace.
+start_ipsec() { # on_device|on_peer role
+  put_file "$1" /etc/ipsec.conf <"$LAB_FILES/ipsec-$2.conf"
+  put_file "$1" /etc/ipsec.secrets <"$LAB_FILES/ipsec-$2.secrets"
+  put_file "$1" /etc/strongswan.d/charon/kernel-libipsec.conf <"$LAB_FILES/kernel-libipsec.conf"
+  put_file "$1" /etc/strongswan.d/charon-logging.conf <"$LAB_FILES/charon-logging.conf"
+  "$1" ipsec start >/dev/null 2>&1 || lab_abort "ipsec start failed: $("$1" ipsec start 2>&1)"
+  wait_until 10 "$1" test -S /run/charon.ctl ||
+    lab_abort "charon did not start: $("$1" cat /run/charon-lab.log)"
 }
 
-stop_ipsec() { # on_device|on_peer
-  "$1" ipsec stop >>"$LAB_DIR/charon-${1#on_}.log.starter" 2>&1
+# Makes a throwaway CA in LAB_DIR/certs with a server certificate for the authenticators and a
+# client one, the client's key and certificate as client.p12 (OpenSSL 3's default PKCS#12 format)
+# and client-legacy.p12 (the older RC2/3DES format) under the password "p12 pass 7", and installs
+# the CA and both files in the device's certificate store.
+lab_certificates() {
+  local dir=$LAB_DIR/certs store=/KQ/configuration/certificates name
+  mkdir "$dir"
+  (
+    cd "$dir" || exit 1
+    ec=(-newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes)
+    openssl req -x509 "${ec[@]}" -keyout ca.key -out ca.pem -days 2 -subj "/CN=Lab CA" &&
+      for name in server client; do
+        openssl req "${ec[@]}" -keyout "$name.key" -out "$name.csr" -subj "/CN=lab-$name" &&
+          openssl x509 -req -in "$name.csr" -CA ca.pem -CAkey ca.key -CAcreateserial \
+            -out "$name.pem" -days 2 || exit 1
+      done &&
+      openssl pkcs12 -export -inkey client.key -in client.pem -certfile ca.pem \
+        -passout "pass:p12 pass 7" -out client.p12 &&
+      openssl pkcs12 -export -legacy -inkey client.key -in client.pem -certfile ca.pem \
+        -passout "pass:p12 pass 7" -out client-legacy.p12
+  ) >"$dir/openssl.log" 2>&1 || lab_abort "cannot make the certificates: $(cat "$dir/openssl.log")"
+  on_device cp "$dir/ca.pem" "$store/cacerts/lab-ca.pem"
+  on_device cp "$dir/client.p12" "$dir/client-legacy.p12" "$store/pkcs12/"
 }

@@ -1,8 +1,8 @@
 #!/bin/busybox sh
 # shellcheck shell=dash
 # The VM's first process: loads the modules, mounts this machine's root (read-only, shared by the
-# host) under a tmpfs overlay and the results share, and hands over to the stage script named on
-# the kernel command line. Any failure ends the VM; the host then points at the console log.
+# host) under a tmpfs overlay and the results share, and hands over to the stage script named in
+# /stage. Any failure ends the VM; the host then points at the console log.
 /bin/busybox --install -s /bin
 mount -t proc proc /proc
 mount -t sysfs sys /sys
@@ -32,9 +32,5 @@ mount -t overlay -o lowerdir=/lower,upperdir=/upper/root,workdir=/upper/work roo
 mkdir -p /newroot/qv-results
 mount -t 9p -o trans=virtio,version=9p2000.L,msize=512000 results /newroot/qv-results ||
   die "cannot mount the results share"
-# shellcheck disable=SC2013
-for word in $(cat /proc/cmdline); do
-  case $word in qv.stage=*) stage=${word#qv.stage=} ;; esac
-done
-umount /proc /sys /dev
-exec switch_root /newroot /bin/bash "$stage"
+for fs in proc sys dev; do mount --move "/$fs" "/newroot/$fs"; done
+exec switch_root /newroot /bin/bash "$(cat /stage)"

@@ -4,10 +4,11 @@
 # as before), their output into the results share; then it powers the VM off.
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 RESULTS=/qv-results
-mount -t proc proc /proc
-mount -t sysfs sys /sys
-mount -t devtmpfs dev /dev
 ln -s /proc/self/fd /dev/fd
+# What a booted machine has in /dev, and the lab's sandboxes bind.
+mkdir -p /dev/pts /dev/shm
+mount -t devpts devpts /dev/pts
+mount -t tmpfs shm /dev/shm
 mount -t tmpfs run /run
 mount -t tmpfs tmp /tmp
 ip link set lo up
@@ -20,8 +21,8 @@ awk '{print $1}' /proc/uptime >"$RESULTS/booted"
 status=0
 for scenario in "$HERE"/scenarios/*.sh; do
   name=$(basename "$scenario" .sh)
-  echo "--- radio/$name" >"$RESULTS/$name.out"
-  "$HERE/../run-scenario.sh" "$TOOL" "$scenario" 180 >>"$RESULTS/$name.out" 2>&1 || status=1
+  { echo "--- radio/$name"; "$HERE/../run-scenario.sh" "$TOOL" "$scenario" 180 2>&1; } >"$RESULTS/$name.out" ||
+    status=1
 done
 echo "$status" >"$RESULTS/done"
 sync
