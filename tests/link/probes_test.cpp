@@ -13,7 +13,7 @@ TEST(Probes, AnswerFromUtilityOutput) {
       {"isEnabledWired", isEnabledWired},     {"isEnabledWireless", isEnabledWireless},
       {"isLinkedWired", isLinkedWired},       {"isConnectedWireless", isConnectedWireless},
       {"isConnectedWired", isConnectedWired}, {"isConnectedPpp0", isConnectedPpp0},
-      {"isConnectedIpsec", isConnectedIpsec},
+      {"isConnectedTun0", isConnectedTun0},   {"isConnectedIpsec", isConnectedIpsec},
   };
   for (const std::vector<std::string>& row : fixtureTable("unit/probes.tsv")) {
     FakeShell fake;
