@@ -4,8 +4,8 @@
 #   only when present), syslog (the lines sent to the system log, checked when present and a
 #   LOG_SINK is given; an empty file: nothing logged; otherwise the case runs with no log socket
 #   at all, as on a machine without a logger),
-#   files/<PATH> (the sandbox's PATH after the run), modes ("MODE PATH" lines), absent (paths
-#   that must not exist afterwards).
+#   files/<PATH> (the sandbox's PATH after the run), modes ("MODE PATH" lines; a link: 777),
+#   owners ("UID:GID PATH" lines), absent (paths or patterns that must match nothing afterwards).
 #   run-case.sh TOOL CASE_DIR [LOG_SINK]
 set -uo pipefail
 
@@ -22,7 +22,7 @@ if [ -d "$EXPECT/files" ]; then
   while IFS= read -r file; do exports+=(--export "/${file#"$EXPECT/files/"}"); done \
     < <(find "$EXPECT/files" -type f)
 fi
-for list in modes absent; do
+for list in modes owners absent; do
   if [ -f "$EXPECT/$list" ]; then
     while read -r first second; do exports+=(--export "${second:-$first}"); done <"$EXPECT/$list"
   fi
@@ -56,14 +56,17 @@ if [ -d "$EXPECT/files" ]; then
     fi
   done < <(find "$EXPECT/files" -type f)
 fi
-if [ -f "$EXPECT/modes" ]; then
-  while read -r mode path; do
-    grep -qxF "$mode $path" "$OUT/modes" || { echo "--- mode of $path: expected $mode, got: $(grep " $path\$" "$OUT/modes")"; failed=1; }
-  done <"$EXPECT/modes"
-fi
+for list in modes owners; do
+  if [ -f "$EXPECT/$list" ]; then
+    while read -r value path; do
+      grep -qxF "$value $path" "$OUT/$list" ||
+        { echo "--- $list of $path: expected $value, got: $(grep " $path\$" "$OUT/$list")"; failed=1; }
+    done <"$EXPECT/$list"
+  fi
+done
 if [ -f "$EXPECT/absent" ]; then
   while read -r path; do
-    [ ! -e "$OUT/files/$path" ] || { echo "--- $path exists"; failed=1; }
+    ! compgen -G "$OUT/files$path" >/dev/null || { echo "--- $path exists"; failed=1; }
   done <"$EXPECT/absent"
 fi
 exit $failed

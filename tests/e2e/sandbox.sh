@@ -10,7 +10,7 @@
 # directory may hold: fakes/<utility>/<key>.{out,err,status} (see fake-utility), etc/ (laid over
 # /etc), input/ (copied to /run/qv-case), setup.sh (run inside before the tool), program (the
 # program name as typed). OUT receives stdout, stderr, status, commands (the fakes' log),
-# files/<PATH> and modes for every exported PATH; with --log-sink (tests/e2e/log_sink.cpp, bound
+# files/<PATH>, modes and owners for every exported PATH (a link's mode is 777); with --log-sink (tests/e2e/log_sink.cpp, bound
 # at /dev/log) also syslog, the lines the tool sent to the system log.
 set -euo pipefail
 
@@ -74,11 +74,14 @@ if [ "${1:-}" = --inner ]; then
   echo $? >"$OUT/status"
   set -e
   : >"$OUT/modes"
+  : >"$OUT/owners"
+  # Unquoted: an exported pattern names every file that matches it.
   for path in $EXPORTS; do
     if [ -e "$path" ]; then
       mkdir -p "$OUT/files/$(dirname "$path")"
       cp -a "$path" "$OUT/files/$path"
       echo "$(stat -c %a "$path") $path" >>"$OUT/modes"
+      echo "$(stat -c %u:%g "$path") $path" >>"$OUT/owners"
     fi
   done
   exit 0
