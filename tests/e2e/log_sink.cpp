@@ -1,16 +1,15 @@
-// Stands in for the system logger: binds a datagram socket at SOCKET, runs PROGRAM under the name
-// NAME with ARGS (as "exec -a NAME PROGRAM ARGS" would), and writes every message it received to
-// OUTPUT, one line each, as "daemon.notice qv-netconf: TEXT" (priority decoded, time and pid left
-// out, so cases can hold the exact lines). Exits with the program's status (128 + signal when it
-// was killed, as a shell reports it).
-//   qv-log-sink SOCKET OUTPUT NAME PROGRAM [ARG...]
+// Stands in for the system logger: binds a datagram socket at SOCKET and writes every message it
+// receives to OUTPUT, one line each, as "daemon.notice qv-netconf: TEXT" (priority decoded, time
+// and pid left out, so cases can hold the exact lines). Runs until SIGTERM, then takes what is
+// still queued and ends.
+//   qv-log-sink SOCKET OUTPUT
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
@@ -27,6 +26,12 @@ const std::array<const char*, 8> kSeverities = {"emerg",   "alert",  "crit", "er
 const std::array<const char*, 12> kFacilities = {"kern", "user",   "mail",     "daemon",
                                                  "auth", "syslog", "lpr",      "news",
                                                  "uucp", "cron",   "authpriv", "ftp"};
+
+volatile std::sig_atomic_t stopping = 0;
+
+extern "C" void stop(int /*signal*/) {
+  stopping = 1;
+}
 
 std::string facilityName(unsigned facility) {
   return facility < kFacilities.size() ? kFacilities[facility] : std::to_string(facility);
@@ -48,22 +53,14 @@ std::string decode(std::string raw) {
          raw.substr(colon + 2);
 }
 
-// Everything queued on the socket.
-void receive(int socket, std::vector<std::string>& messages) {
-  std::vector<char> buffer(kMessageSize);
-  ssize_t size;
-  while ((size = recv(socket, buffer.data(), buffer.size(), MSG_DONTWAIT)) >= 0) {
-    messages.push_back(decode(std::string(buffer.data(), static_cast<std::size_t>(size))));
-  }
-}
-
 }  // namespace
 
 int main(int argc, char* argv[]) {
-  if (argc < 5) {
-    std::fprintf(stderr, "usage: qv-log-sink SOCKET OUTPUT NAME PROGRAM [ARG...]\n");
+  if (argc != 3) {
+    std::fprintf(stderr, "usage: qv-log-sink SOCKET OUTPUT\n");
     return 2;
   }
+  std::signal(SIGTERM, stop);
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
   std::strncpy(address.sun_path, argv[1], sizeof address.sun_path - 1);
@@ -72,23 +69,21 @@ int main(int argc, char* argv[]) {
     std::perror("qv-log-sink: cannot bind the log socket");
     return 2;
   }
-  const pid_t child = fork();
-  if (child == 0) {
-    const char* program = argv[4];
-    argv[4] = argv[3];  // the name it runs under, followed by its arguments
-    execv(program, argv + 4);
-    _exit(127);
-  }
-  std::vector<std::string> messages;
-  int status = 0;
-  // Read while the program runs, so a burst of messages never fills the socket's queue.
-  while (waitpid(child, &status, WNOHANG) == 0) {
-    pollfd ready{sink, POLLIN, 0};
-    if (poll(&ready, 1, kPollMilliseconds) > 0) receive(sink, messages);
-  }
-  receive(sink, messages);
-  unlink(argv[1]);
   std::ofstream output(argv[2]);
-  for (const std::string& message : messages) output << message << '\n';
-  return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+  std::vector<char> buffer(kMessageSize);
+  // Read as messages come, so that a burst never fills the socket's queue. The stop comes after
+  // the program that logs has ended, so one more pass takes all it sent.
+  for (bool last = false; !last;) {
+    last = stopping != 0;
+    ssize_t size;
+    while ((size = recv(sink, buffer.data(), buffer.size(), MSG_DONTWAIT)) >= 0) {
+      output << decode(std::string(buffer.data(), static_cast<std::size_t>(size))) << '\n';
+    }
+    if (!last) {
+      pollfd ready{sink, POLLIN, 0};
+      poll(&ready, 1, kPollMilliseconds);
+    }
+  }
+  unlink(argv[1]);
+  return 0;
 }

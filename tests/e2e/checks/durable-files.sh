@@ -46,7 +46,6 @@ printf '#!/bin/sh\nsleep 0.05\necho 5180 5200 2412\n' >/usr/bin/qv-get-freq-list
 chmod +x "$T"/slow/* /usr/bin/qv-get-freq-list
 export PATH="$T/slow:$PATH"
 
-mkdir -p /etc/network /etc/wpa_supplicant
 old_files() {
   for f in "${FILES[@]}"; do rm -f "$f" && echo "old content of $f" >"$f"; done
   echo "nodev" >/etc/dhcpcd.conf
