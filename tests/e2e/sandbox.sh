@@ -11,7 +11,7 @@
 # /etc), input/ (copied to /run/qv-case), setup.sh (run inside before the tool), program (the
 # program name as typed). OUT receives stdout, stderr, status, commands (the fakes' log),
 # files/<PATH>, modes and owners for every exported PATH (a link's mode is 777); with --log-sink
-# (tests/e2e/log_sink.cpp, bound at /dev/log while the tool runs) also syslog, the lines the tool
+# (tests/e2e/log-sink.py, bound at /dev/log while the tool runs) also syslog, the lines the tool
 # sent to the system log.
 set -euo pipefail
 
