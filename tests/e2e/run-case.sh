@@ -17,17 +17,14 @@ EXPECT=$CASE/expect
 OUT=$(mktemp -d /tmp/qv-case.XXXXXX)
 trap 'rm -rf "$OUT"' EXIT
 
-exports=()
-if [ -d "$EXPECT/files" ]; then
-  while IFS= read -r file; do exports+=(--export "/${file#"$EXPECT/files/"}"); done \
-    < <(find "$EXPECT/files" -type f)
-fi
-for list in modes owners absent; do
-  if [ -f "$EXPECT/$list" ]; then
-    while read -r first second; do exports+=(--export "${second:-$first}"); done <"$EXPECT/$list"
-  fi
-done
+# A list of expect/ that is absent is empty.
+listed() { cat "$EXPECT/$1" 2>/dev/null; }
+expected_files() { find "$EXPECT/files" -type f 2>/dev/null; }
 
+exports=()
+while IFS= read -r file; do exports+=(--export "/${file#"$EXPECT/files/"}"); done < <(expected_files)
+while read -r first second; do exports+=(--export "${second:-$first}"); done \
+  < <(listed modes; listed owners; listed absent)
 [ -n "$LOG_SINK" ] && [ -f "$EXPECT/syslog" ] && exports+=(--log-sink "$LOG_SINK")
 "$HERE/sandbox.sh" --tool "$TOOL" --case "$CASE" --out "$OUT" "${exports[@]}" || exit 1
 
@@ -35,7 +32,7 @@ failed=0
 same() { # expected actual label
   if ! cmp -s "$1" "$2"; then
     echo "--- $3 differs (expected, then actual):"
-    diff <(cat -A "$1") <(cat -A "$2") | head -n 60
+    diff <(cat -A "$1") <(cat -A "$2" 2>&1) | head -n 60
     failed=1
   fi
 }
@@ -45,28 +42,16 @@ if [ -f "$EXPECT/stderr" ]; then same "$EXPECT/stderr" "$OUT/stderr" stderr; els
 if [ -f "$EXPECT/status" ]; then same "$EXPECT/status" "$OUT/status" status; else same <(echo 0) "$OUT/status" status; fi
 [ -f "$EXPECT/commands" ] && same "$EXPECT/commands" "$OUT/commands" commands
 [ -n "$LOG_SINK" ] && [ -f "$EXPECT/syslog" ] && same "$EXPECT/syslog" "$OUT/syslog" syslog
-if [ -d "$EXPECT/files" ]; then
-  while IFS= read -r file; do
-    path=${file#"$EXPECT/files/"}
-    if [ -f "$OUT/files/$path" ]; then
-      same "$file" "$OUT/files/$path" "/$path"
-    else
-      echo "--- /$path was not written"
-      failed=1
-    fi
-  done < <(find "$EXPECT/files" -type f)
-fi
+while IFS= read -r file; do
+  same "$file" "$OUT/files/${file#"$EXPECT/files/"}" "/${file#"$EXPECT/files/"}"
+done < <(expected_files)
 for list in modes owners; do
-  if [ -f "$EXPECT/$list" ]; then
-    while read -r value path; do
-      grep -qxF "$value $path" "$OUT/$list" ||
-        { echo "--- $list of $path: expected $value, got: $(grep " $path\$" "$OUT/$list")"; failed=1; }
-    done <"$EXPECT/$list"
-  fi
+  while read -r value path; do
+    grep -qxF "$value $path" "$OUT/$list" ||
+      { echo "--- $list of $path: expected $value, got: $(grep " $path\$" "$OUT/$list")"; failed=1; }
+  done < <(listed "$list")
 done
-if [ -f "$EXPECT/absent" ]; then
-  while read -r path; do
-    ! compgen -G "$OUT/files$path" >/dev/null || { echo "--- $path exists"; failed=1; }
-  done <"$EXPECT/absent"
-fi
+while read -r path; do
+  ! compgen -G "$OUT/files$path" >/dev/null || { echo "--- $path exists"; failed=1; }
+done < <(listed absent)
 exit $failed

@@ -57,9 +57,9 @@ if [ "${1:-}" = --inner ]; then
   rm -f /etc/network/interfaces /etc/resolv.conf /etc/dhcpcd.conf /etc/wpa_supplicant/*.conf
   mkdir -p /run/qv-case /etc/network /etc/wpa_supplicant
   if [ -n "$CASE" ]; then
-    if [ -d "$CASE/fakes" ]; then
-      for dir in "$CASE"/fakes/*/; do ln -sf "$HERE/fake-utility" "$W/bin/$(basename "$dir")"; done
-    fi
+    for dir in "$CASE"/fakes/*/; do
+      [ ! -d "$dir" ] || ln -sf "$HERE/fake-utility" "$W/bin/$(basename "$dir")"
+    done
     [ -d "$CASE/etc" ] && cp -a "$CASE/etc/." /etc/
     find /etc/wpa_supplicant -name '*.conf' -exec chmod 600 {} +
     [ -d "$CASE/input" ] && cp -a "$CASE/input/." /run/qv-case/

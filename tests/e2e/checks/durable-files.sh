@@ -17,8 +17,9 @@ FILES=(/etc/network/interfaces /etc/resolv.conf /etc/wpa_supplicant/wpa_supplica
 if [ "${1:-}" != --inside ]; then
   WORK=$(mktemp -d /tmp/qv-durable.XXXXXX)
   trap 'rm -rf "$WORK"' EXIT
-  "$HERE/sandbox.sh" --tool "$0" --out "$WORK/out" -- --inside "$(realpath "$1")" \
-    "$HERE/../../examples/config.json"
+  # checks/durable-files/input/: two config.json files that differ in every file written.
+  "$HERE/sandbox.sh" --tool "$0" --case "$HERE/checks/durable-files" --out "$WORK/out" \
+    -- --inside "$(realpath "$1")"
   cat "$WORK/out/stdout" "$WORK/out/stderr"
   exit "$(cat "$WORK/out/status")"
 fi
@@ -29,12 +30,6 @@ fail() { echo "FAIL $*"; failures=$((failures + 1)); }
 ok() { echo "ok   $*"; }
 T=$(mktemp -d /run/qv-durable.XXXXXX)
 set_config=(set-config A /run/qv-case/a.json technician 'typed secret')
-
-# Two config.json files that differ in every file written.
-mkdir -p /run/qv-case
-cp "$3" /run/qv-case/a.json
-sed -e 's/Office-5G/Lab-2G/; s/10\.20\.0\./10.30.0./g; s/corp\.example/lab.example/' \
-  -e 's/"5"/"2.4"/' "$3" >/run/qv-case/b.json
 
 # Slow stand-ins for the derivations and the frequency list, so that a kill lands inside them too.
 mkdir -p "$T/slow"

@@ -1,7 +1,7 @@
 #!/bin/bash
 # Hostile answers from the utilities, end to end: a 10 000-cell scan, a megabyte of garbage from
-# every utility, a utility that never stops writing and one that stalls. Each must end with its
-# specified status, with no crash. (Hostile config.json files and typed credentials are cases of
+# every utility, a utility that never stops writing and one that stalls. Each run must succeed,
+# with no crash. (Hostile config.json files and typed credentials are cases of
 # config-json and set-config.)
 set -euo pipefail
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -12,20 +12,16 @@ trap 'rm -rf "$W"' EXIT
 failures=0
 fail() { echo "FAIL $*"; failures=$((failures + 1)); }
 
-# trial NAME EXPECTED_STATUS SETUP ARGS... : SETUP runs with $c the case directory.
+# trial NAME SETUP ARGS... : SETUP runs with $c the case directory; the run must succeed.
 trial() {
-  local name=$1 expected=$2 setup=$3
-  shift 3
-  local c=$W/$name
+  local name=$1 c=$W/$1
   mkdir -p "$c/fakes"
-  eval "$setup"
-  "$HERE/sandbox.sh" --tool "$TOOL" --case "$c" --out "$c/out" -- "$@"
-  local status
-  status=$(cat "$c/out/status")
-  if [ "$status" != "$expected" ] || grep -qE 'Sanitizer|runtime error' "$c/out/stderr"; then
-    fail "$name: status $status (expected $expected)" "$(head -c 2000 "$c/out/stderr")"
+  eval "$2"
+  "$HERE/sandbox.sh" --tool "$TOOL" --case "$c" --out "$c/out" -- "${@:3}"
+  if [ "$(cat "$c/out/status")" != 0 ] || grep -qE 'Sanitizer|runtime error' "$c/out/stderr"; then
+    fail "$name: status $(cat "$c/out/status")" "$(head -c 2000 "$c/out/stderr")"
   else
-    echo "ok   $name: status $status"
+    echo "ok   $name"
   fi
 }
 
@@ -38,21 +34,21 @@ PY
 head -c 1048576 /dev/urandom >"$W/garbage"
 ROUTE='0.0.0.0         10.0.0.1        0.0.0.0         UG    0      0        0 eth0'
 
-trial scan-10000-cells 0 'mkdir -p $c/fakes/iwlist; cp $W/scan.txt $c/fakes/iwlist/wlan0_scan.out' \
+trial scan-10000-cells 'mkdir -p $c/fakes/iwlist; cp $W/scan.txt $c/fakes/iwlist/wlan0_scan.out' \
   get-wifi-list A
 [ "$(grep -c '"ssid"' "$W/scan-10000-cells/out/stdout")" = 8000 ] || fail "scan-10000-cells: not 8000 entries"
 garbage='for u in ifconfig route ipsec iwlist iwconfig ethtool ip; do
   mkdir -p $c/fakes/$u; cp $W/garbage $c/fakes/$u/any.out; done'
 for command in get-eth0-parameters get-default-gateway get-ipsec-parameters get-wifi-list \
   check-wireless-point is-wired-linked is-wlan0-connected is-ipsec-connected; do
-  trial "garbage-$command" 0 "$garbage" "$command" M
+  trial "garbage-$command" "$garbage" "$command" M
 done
 # The first default route ends the reading, so an endless writer is cut off.
-trial endless-writer 0 'mkdir -p $c/fakes/route; mkfifo $c/fakes/route/any.out
+trial endless-writer 'mkdir -p $c/fakes/route; mkfifo $c/fakes/route/any.out
   (yes "$ROUTE" >$c/fakes/route/any.out 2>/dev/null &)' get-default-gateway A
 # A stalled utility is waited for: the reply comes once it ends.
 start=$(date +%s)
-trial stalled-writer 0 'mkdir -p $c/fakes/route; mkfifo $c/fakes/route/any.out
+trial stalled-writer 'mkdir -p $c/fakes/route; mkfifo $c/fakes/route/any.out
   ( (echo "$ROUTE"; sleep 2) >$c/fakes/route/any.out &)' get-default-gateway A
 [ $(($(date +%s) - start)) -ge 2 ] || fail "stalled-writer: not waited for"
 
