@@ -51,5 +51,4 @@ def main(path, output):
     os.unlink(path)
 
 
-if __name__ == "__main__":
-    main(*sys.argv[1:])
+main(*sys.argv[1:])

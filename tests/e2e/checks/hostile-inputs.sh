@@ -5,7 +5,6 @@
 # config-json and set-config.)
 set -euo pipefail
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-ROOT=$(cd "$HERE/../.." && pwd)
 TOOL=$(realpath "$1")
 W=$(mktemp -d /tmp/qv-hostile.XXXXXX)
 trap 'rm -rf "$W"' EXIT
@@ -25,7 +24,7 @@ trial() {
   fi
 }
 
-python3 - "$ROOT/tests/fixtures/iwlist/rpi-brcmfmac-20-cells-dual-band.txt" "$W/scan.txt" <<'PY'
+python3 - "$HERE/../fixtures/iwlist/rpi-brcmfmac-20-cells-dual-band.txt" "$W/scan.txt" <<'PY'
 import sys
 head, *cells = open(sys.argv[1]).read().split("          Cell ")
 out = [head] + ["          Cell %02d%s" % (n + 1, cells[n % len(cells)][2:]) for n in range(10000)]
