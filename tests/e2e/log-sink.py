@@ -22,11 +22,10 @@ def decode(raw):
     colon = text.find(": ", close)
     if not text.startswith("<") or close < 0 or colon < 0:
         return "unparsed " + text
-    priority = int(text[1:close])
-    facility = priority >> 3
+    facility, severity = divmod(int(text[1:close]), 8)
     name = FACILITIES[facility] if facility < len(FACILITIES) else str(facility)
     ident = text[close + 1:colon].split(" ")[-1].split("[")[0]
-    return f"{name}.{SEVERITIES[priority & 7]} {ident}: {text[colon + 2:]}"
+    return f"{name}.{SEVERITIES[severity]} {ident}: {text[colon + 2:]}"
 
 
 def main(path, output):

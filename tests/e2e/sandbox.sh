@@ -23,9 +23,8 @@ FAKED_UTILITIES=(ifconfig route ip ethtool iwconfig iwlist ifup ifdown rfkill ip
 FREQ_LIST_UTILITY=/usr/bin/qv-get-freq-list
 
 if [ "${1:-}" = --inner ]; then
-  shift
-  W=$1
-  shift
+  W=$2
+  shift 2
   # QV_SANDBOX_DISK keeps the writable layers on this machine's disk (still thrown away), so that
   # syncs cost what they cost on a real medium; tmpfs makes them free.
   [ -n "${QV_SANDBOX_DISK:-}" ] || mount -t tmpfs qv-sandbox "$W/mnt"

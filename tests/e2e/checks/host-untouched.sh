@@ -34,9 +34,6 @@ grep -qx "written in the sandbox" "$WORK/out/stdout" || { echo "the writer did n
 grep -qx probe "$WORK/out/stdout" || { echo "the sandbox's /dev could not be written"; exit 1; }
 
 snapshot >"$WORK/after"
-if ! diff -u "$WORK/before" "$WORK/after"; then
-  echo "the host changed"
-  exit 1
-fi
+diff -u "$WORK/before" "$WORK/after" || { echo "the host changed"; exit 1; }
 [ ! -e "$MACHINE_ROOT/dev/qv-sandbox-probe" ] || { echo "/dev was written"; exit 1; }
 echo "host untouched"
