@@ -1,8 +1,7 @@
 #!/bin/bash
 # Hostile answers from the utilities, end to end: a 10 000-cell scan, a megabyte of garbage from
 # every utility, a utility that never stops writing and one that stalls. Each run must succeed,
-# with no crash. (Hostile config.json files and typed credentials are cases of
-# config-json and set-config.)
+# with no crash. (Hostile config.json files and typed credentials are cases of config-json.)
 set -euo pipefail
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 TOOL=$(realpath "$1")
