@@ -27,6 +27,8 @@ TEST_PACKAGES=(
   groff-base
   # the order of the syncs and renames that make a file durable
   strace
+  # the end-to-end cases' stand-in for the system logger, the generated hostile inputs
+  python3
 )
 PACKAGES=("${TOOL_PACKAGES[@]}" "${TEST_PACKAGES[@]}")
 PACKAGING_ARCH=

@@ -10,8 +10,9 @@
 # directory may hold: fakes/<utility>/<key>.{out,err,status} (see fake-utility), etc/ (laid over
 # /etc), input/ (copied to /run/qv-case), setup.sh (run inside before the tool), program (the
 # program name as typed). OUT receives stdout, stderr, status, commands (the fakes' log),
-# files/<PATH> and modes for every exported PATH; with --log-sink (tests/e2e/log_sink.cpp, bound
-# at /dev/log) also syslog, the lines the tool sent to the system log.
+# files/<PATH>, modes and owners for every exported PATH (a link's mode is 777); with --log-sink
+# (tests/e2e/log-sink.py, bound at /dev/log while the tool runs) also syslog, the lines the tool
+# sent to the system log.
 set -euo pipefail
 
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -22,9 +23,8 @@ FAKED_UTILITIES=(ifconfig route ip ethtool iwconfig iwlist ifup ifdown rfkill ip
 FREQ_LIST_UTILITY=/usr/bin/qv-get-freq-list
 
 if [ "${1:-}" = --inner ]; then
-  shift
-  W=$1
-  shift
+  W=$2
+  shift 2
   # QV_SANDBOX_DISK keeps the writable layers on this machine's disk (still thrown away), so that
   # syncs cost what they cost on a real medium; tmpfs makes them free.
   [ -n "${QV_SANDBOX_DISK:-}" ] || mount -t tmpfs qv-sandbox "$W/mnt"
@@ -51,34 +51,44 @@ if [ "${1:-}" = --inner ]; then
   ln -sf "$HERE/fake-sudo" "$W/bin/sudo"
   # A copy, not a link: a case that rewrites the utility must not reach this tree through it.
   cp "$HERE/fake-utility" "$FREQ_LIST_UTILITY"
-  mkdir -p /run/qv-case
+  # The network files are the case's alone, not this machine's; the supplicant files have the
+  # device's mode, which git does not keep.
+  rm -f /etc/network/interfaces /etc/resolv.conf /etc/dhcpcd.conf /etc/wpa_supplicant/*.conf
+  mkdir -p /run/qv-case /etc/network /etc/wpa_supplicant
   if [ -n "$CASE" ]; then
-    if [ -d "$CASE/fakes" ]; then
-      for dir in "$CASE"/fakes/*/; do ln -sf "$HERE/fake-utility" "$W/bin/$(basename "$dir")"; done
-    fi
+    for dir in "$CASE"/fakes/*/; do
+      [ ! -d "$dir" ] || ln -sf "$HERE/fake-utility" "$W/bin/$(basename "$dir")"
+    done
     [ -d "$CASE/etc" ] && cp -a "$CASE/etc/." /etc/
+    find /etc/wpa_supplicant -name '*.conf' -exec chmod 600 {} +
     [ -d "$CASE/input" ] && cp -a "$CASE/input/." /run/qv-case/
     [ -f "$CASE/setup.sh" ] && bash "$CASE/setup.sh"
   fi
 
   export PATH="$W/bin:$PATH" QV_FAKES="${CASE:+$CASE/fakes}" QV_FAKE_LOG="$OUT/commands"
   : >"$OUT/commands"
-  run_tool() {
-    if [ -n "$LOG_SINK" ]; then
-      exec "$LOG_SINK" /dev/log "$OUT/syslog" "$PROGRAM" "$W/bin/qv-netconf" "$@"
-    fi
-    exec -a "$PROGRAM" "$W/bin/qv-netconf" "$@"
-  }
+  if [ -n "$LOG_SINK" ]; then
+    "$LOG_SINK" /dev/log "$OUT/syslog" &
+    sink=$!
+    until [ -S /dev/log ]; do
+      kill -0 "$sink" || exit 1
+      sleep 0.01
+    done
+  fi
   set +e
-  (cd "$W/cwd" && run_tool "$@") >"$OUT/stdout" 2>"$OUT/stderr"
+  (cd "$W/cwd" && exec -a "$PROGRAM" "$W/bin/qv-netconf" "$@") >"$OUT/stdout" 2>"$OUT/stderr"
   echo $? >"$OUT/status"
   set -e
+  [ -z "$LOG_SINK" ] || { kill -TERM "$sink" && wait "$sink"; }
   : >"$OUT/modes"
+  : >"$OUT/owners"
+  # Unquoted: an exported pattern names every file that matches it.
   for path in $EXPORTS; do
     if [ -e "$path" ]; then
       mkdir -p "$OUT/files/$(dirname "$path")"
       cp -a "$path" "$OUT/files/$path"
       echo "$(stat -c %a "$path") $path" >>"$OUT/modes"
+      echo "$(stat -c %u:%g "$path") $path" >>"$OUT/owners"
     fi
   done
   exit 0

@@ -1,4 +1,3 @@
-rm -f /etc/wpa_supplicant/wpa_supplicant.conf /etc/wpa_supplicant/wpa_supplicant_wired.conf
 # Readable, but every attempt to open it for writing fails.
 mount --bind /etc/dhcpcd.conf /etc/dhcpcd.conf
 mount -o remount,bind,ro /etc/dhcpcd.conf

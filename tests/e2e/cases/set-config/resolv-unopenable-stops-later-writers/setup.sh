@@ -1,3 +1,1 @@
-rm -f /etc/resolv.conf
 mkdir /etc/resolv.conf
-rm -f /etc/wpa_supplicant/wpa_supplicant.conf /etc/wpa_supplicant/wpa_supplicant_wired.conf

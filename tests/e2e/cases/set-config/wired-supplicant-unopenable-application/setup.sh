@@ -1,2 +1,1 @@
-rm -f /etc/wpa_supplicant/wpa_supplicant.conf /etc/wpa_supplicant/wpa_supplicant_wired.conf
 mkdir /etc/wpa_supplicant/wpa_supplicant_wired.conf

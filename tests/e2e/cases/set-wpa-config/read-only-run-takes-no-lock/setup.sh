@@ -1,0 +1,2 @@
+# No room for the writers' lock: /run takes no new file.
+mount -o remount,ro /run
