@@ -43,6 +43,9 @@ lab_start() {
   done
   on_device cp "$LAB_TOOL" /usr/bin/qv-netconf
   on_device cp "$(dirname "$LAB_TOOL")/qv-netconf-check" /usr/bin/qv-netconf-check
+  # The sandbox starts without network files; a device always has dhcpcd's, whose head the tool
+  # keeps.
+  put_file on_device /etc/dhcpcd.conf <"$LAB_FILES/dhcpcd-head.conf"
 }
 
 # Ends every process of a namespace (TERM, then KILL after a bounded wait) and deletes it.

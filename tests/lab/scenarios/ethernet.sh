@@ -65,7 +65,6 @@ expect_stdout "autoconnect: the failed ifup makes eth0 incorrect" \
 # --- DHCP --------------------------------------------------------------------------------------
 # A lost server must not hold ifup for dhclient's default minute.
 printf 'timeout 10;\n' | on_device sh -c 'cat >>/etc/dhcp/dhclient.conf'
-put_file on_device /etc/dhcpcd.conf <"$LAB_FILES/dhcpcd-head.conf"
 # Only an address of the server's range (.50 to .59, shown as .5x) proves the lease came from
 # dnsmasq.
 LEASED="$(values_reply 10.0.0.5x 255.255.255.0 10.0.0.1 dhcp)$NL"
