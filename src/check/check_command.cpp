@@ -104,6 +104,28 @@ const char* jsonKind(const Json::Value& value) {
 
 }  // namespace
 
+checkResult checkConfigFile(const std::string& path, const std::string& certificates) {
+  if (!parseConfigJson(path)) {
+    return {kCheckUnusable, {{severity::error, "", unreadable(path)}}};
+  }
+  if (!root.isObject()) {
+    return {kCheckUnusable,
+            {{severity::error, "",
+              std::string("is ") + jsonKind(root) +
+                  ", not a JSON object: the tool reads no settings from it; write one object "
+                  "holding \"network settings\""}}};
+  }
+  loadCipherKey();
+  const auto holds = [&certificates](const char* dir, const std::string& name) {
+    return isRegularFile(certificates + "/" + dir + "/" + name);
+  };
+  checkResult result{kCheckClean, checkConfig(root, {certificates, holds})};
+  for (const finding& f : result.findings) {
+    if (f.level == severity::error) result.status = kCheckErrors;
+  }
+  return result;
+}
+
 int runCheck(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
   if (args.size() == 1 && args[0] == "--help") {
     printUsage(out);
@@ -111,33 +133,11 @@ int runCheck(const std::vector<std::string>& args, std::ostream& out, std::ostre
   }
   options chosen;
   if (!parseOptions(args, chosen, err)) return kCheckUnusable;
-  const auto print = [&](const std::vector<finding>& findings) {
-    if (chosen.json) {
-      printFindingsJson(findings, out);
-    } else {
-      printFindings(chosen.config, findings, out);
-    }
-  };
-  if (!parseConfigJson(chosen.config)) {
-    print({{severity::error, "", unreadable(chosen.config)}});
-    return kCheckUnusable;
+  const checkResult result = checkConfigFile(chosen.config, chosen.certificates);
+  if (chosen.json) {
+    printFindingsJson(result.findings, out);
+  } else {
+    printFindings(chosen.config, result.findings, out);
   }
-  if (!root.isObject()) {
-    print({{severity::error, "",
-            std::string("is ") + jsonKind(root) +
-                ", not a JSON object: the tool reads no settings from it; write one object "
-                "holding \"network settings\""}});
-    return kCheckUnusable;
-  }
-  loadCipherKey();
-  const std::string store = chosen.certificates;
-  const auto holds = [&store](const char* dir, const std::string& name) {
-    return isRegularFile(store + "/" + dir + "/" + name);
-  };
-  const std::vector<finding> findings = checkConfig(root, {store, holds});
-  print(findings);
-  for (const finding& f : findings) {
-    if (f.level == severity::error) return kCheckErrors;
-  }
-  return kCheckClean;
+  return result.status;
 }

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr const char* kIdentity = "qv-netconf";
+const char* identity = "qv-netconf";
 
 struct RunRecord {
   std::string command;
@@ -26,7 +26,7 @@ RunRecord& record() {
 // pid tells apart runs that overlap (the management application and a technician). Without a
 // log socket the line is dropped silently, as syslog(3) does.
 void sendToSyslog(int priority, const std::string& line) {
-  openlog(kIdentity, LOG_PID, LOG_DAEMON);
+  openlog(identity, LOG_PID, LOG_DAEMON);
   syslog(priority, "%s", line.c_str());
   closelog();
 }
@@ -75,6 +75,20 @@ void failRun(const std::string& reason) {
   if (!run.replaced.empty()) line += "; already replaced " + joined(run.replaced);
   sender(LOG_ERR, line);
   std::exit(1);
+}
+
+std::vector<std::string> takeNotedOutcomes() {
+  std::vector<std::string> outcomes;
+  outcomes.swap(record().outcomes);
+  return outcomes;
+}
+
+void setLogIdentity(const char* name) {
+  identity = name;
+}
+
+void sendLogLine(int priority, const std::string& line) {
+  sender(priority, line);
 }
 
 std::string commandStatus(const std::string& command, int rawStatus) {

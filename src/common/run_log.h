@@ -1,8 +1,10 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
-// The run's trace in the system log (identity "qv-netconf", facility daemon). A command that
+// The run's trace in the system log (identity "qv-netconf" unless a companion names itself,
+// facility daemon). A command that
 // changes something leaves one notice line when it completes; a run that ends with status 1
 // leaves one error line with the reason. The notes below only collect in memory: nothing is
 // sent, and the log is not even opened, until one of the two ends, so reading commands never
@@ -22,6 +24,15 @@ void logRunCompleted();
 // Sends the error line with `reason` (and the files already replaced) and ends the process with
 // status 1. The caller prints its own console message first.
 [[noreturn]] void failRun(const std::string& reason);
+
+// The outcomes noted so far, which are then forgotten (a companion that runs the tool's link
+// operations words its own line from them).
+std::vector<std::string> takeNotedOutcomes();
+
+// The identity the lines are sent under; `identity` must live as long as the process.
+void setLogIdentity(const char* identity);
+// Sends one line as it stands: a companion's own record of what it did.
+void sendLogLine(int priority, const std::string& line);
 
 // "COMMAND exited with status N" for a raw system() status (or how else it ended).
 std::string commandStatus(const std::string& command, int rawStatus);

@@ -62,19 +62,6 @@ std::string directoryOf(const std::string& path) {
   return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-// Where writing `path` lands: symbolic links followed (a resolver file is often a link into
-// /run), the last one possibly dangling. A loop is left to the checks to fail on.
-std::string followLinks(std::string path) {
-  char link[PATH_MAX];
-  for (int hop = 0; hop < kMaxLinkHops; ++hop) {
-    const ssize_t size = ::readlink(path.c_str(), link, sizeof link - 1);
-    if (size < 0) break;
-    const std::string next(link, static_cast<std::size_t>(size));
-    path = next.front() == '/' ? next : directoryOf(path).append("/").append(next);
-  }
-  return path;
-}
-
 // --- writing --------------------------------------------------------------------------------
 
 int writeAll(int fd, const std::string& text) {
@@ -113,6 +100,18 @@ mode_t currentUmask() {
 
 }  // namespace
 
+// A loop is left to the checks to fail on.
+std::string replacementTarget(std::string path) {
+  char link[PATH_MAX];
+  for (int hop = 0; hop < kMaxLinkHops; ++hop) {
+    const ssize_t size = ::readlink(path.c_str(), link, sizeof link - 1);
+    if (size < 0) break;
+    const std::string next(link, static_cast<std::size_t>(size));
+    path = next.front() == '/' ? next : directoryOf(path).append("/").append(next);
+  }
+  return path;
+}
+
 mode_t replacementMode(bool exists, mode_t existing, FileAccess access, mode_t umask) {
   const bool secret = access == FileAccess::ownerOnly;
   if (!exists) return (secret ? kOwnerOnlyMode : kEveryoneMode) & ~umask & kPermissionBits;
@@ -124,7 +123,19 @@ mode_t replacementMode(bool exists, mode_t existing, FileAccess access, mode_t u
 }
 
 FileReplacement::FileReplacement(const std::string& path, FileAccess access)
-    : target_(followLinks(path)), directory_(directoryOf(target_)), access_(access) {
+    : target_(replacementTarget(path)), directory_(directoryOf(target_)), access_(access) {
+  prepare();
+}
+
+FileReplacement::FileReplacement(const std::string& path, const fileAttributes& exact)
+    : target_(replacementTarget(path)),
+      directory_(directoryOf(target_)),
+      access_(FileAccess::ownerOnly),
+      exact_(exact) {
+  prepare();
+}
+
+void FileReplacement::prepare() {
   struct stat status;
   const bool exists = ::stat(target_.c_str(), &status) == 0;
   // Exactly where opening the file for writing would fail, nothing is done at all.
@@ -153,7 +164,10 @@ FileReplacement::FileReplacement(const std::string& path, FileAccess access)
   temporary_ = pendingTemporary;
   // Born with its final owner and mode, so a secret is never readable by others. Where the owner
   // cannot be kept, the file is rewritten in place, which keeps it.
-  if (exists && ::fchown(temporaryFd_, status.st_uid, status.st_gid) != 0) {
+  const bool giveOwner = exact_ || exists;
+  const uid_t uid = exact_ ? exact_->uid : status.st_uid;
+  const gid_t gid = exact_ ? exact_->gid : status.st_gid;
+  if (giveOwner && ::fchown(temporaryFd_, uid, gid) != 0 && exists) {
     ::close(temporaryFd_);
     temporaryFd_ = -1;
     removePendingTemporary();
@@ -162,7 +176,8 @@ FileReplacement::FileReplacement(const std::string& path, FileAccess access)
     return;
   }
   ::fchmod(temporaryFd_,
-           replacementMode(exists, exists ? status.st_mode : 0, access, currentUmask()));
+           exact_ ? exact_->mode & kPermissionBits
+                  : replacementMode(exists, exists ? status.st_mode : 0, access_, currentUmask()));
   open_ = true;
 }
 
@@ -194,7 +209,11 @@ int FileReplacement::writeInPlace(const std::string& text) {
   const int fd = ::open(target_.c_str(), O_WRONLY | O_CLOEXEC);
   if (fd < 0) return errno;
   struct stat status;
-  if (::fstat(fd, &status) == 0) {
+  if (exact_) {
+    // Best effort: only the owner of the file itself can be given back where it cannot be renamed.
+    if (::fchown(fd, exact_->uid, exact_->gid) != 0) errno = 0;
+    ::fchmod(fd, exact_->mode & kPermissionBits);
+  } else if (::fstat(fd, &status) == 0) {
     const mode_t mode = replacementMode(true, status.st_mode, access_, 0);
     if (mode != (status.st_mode & kPermissionBits)) ::fchmod(fd, mode);
   }

@@ -2,6 +2,7 @@
 
 #include <sys/types.h>
 
+#include <optional>
 #include <string>
 
 // Who may read a generated file.
@@ -9,6 +10,17 @@ enum class FileAccess {
   everyone,   // created 0644
   ownerOnly,  // created 0600; an existing file with looser bits is tightened to 0600
 };
+
+// The owner, group and permission bits a file is given back with, exactly.
+struct fileAttributes {
+  mode_t mode = 0;
+  uid_t uid = 0;
+  gid_t gid = 0;
+};
+
+// Where writing `path` lands: symbolic links followed (a resolver file is often a link into
+// /run), the last one possibly dangling.
+std::string replacementTarget(std::string path);
 
 // The permission bits a generated file gets: an existing file keeps its own (a secret one loses
 // any bit beyond 0600, and then has exactly 0600); a new one gets 0644 or 0600 less the umask.
@@ -23,6 +35,8 @@ mode_t replacementMode(bool exists, mode_t existing, FileAccess access, mode_t u
 class FileReplacement {
  public:
   FileReplacement(const std::string& path, FileAccess access);
+  // A file put back as it was: with exactly these owner and bits, whatever it has now.
+  FileReplacement(const std::string& path, const fileAttributes& exact);
   ~FileReplacement();
   FileReplacement(const FileReplacement&) = delete;
   FileReplacement& operator=(const FileReplacement&) = delete;
@@ -37,6 +51,7 @@ class FileReplacement {
   int commit(const std::string& text);
 
  private:
+  void prepare();
   int writeInPlace(const std::string& text);
 
   std::string target_;
@@ -46,4 +61,5 @@ class FileReplacement {
   bool open_ = false;
   int openError_ = 0;
   FileAccess access_;
+  std::optional<fileAttributes> exact_;
 };

@@ -57,15 +57,21 @@ bool autoconnect(const std::string& path, UserMode mode, std::ostream& out, std:
     if (mode == consoleMode) err << kReadFailure;
     failRun(kUnreadable);
   }
-  const bool wired =
-      noteVerdict("eth0", handle(wishes->wired, "Connecting to eth0... ", "Disconnecting eth0...",
-                                 connectEthernet, disconnectEthernet, mode, out));
-  const bool wireless = noteVerdict(
-      "wlan0", handle(wishes->wireless, "Connecting to wlan0... ", "Disconnecting wlan0...",
-                      connectWifi, disconnectWifi, mode, out));
+  const LinkVerdicts reached = reachLinkWishes(*wishes, mode, out);
   if (mode == consoleMode) {
-    out << "Status autoconnect Ethernet: " << verdict(wired) << std::endl;
-    out << "Status autoconnect WiFi: " << verdict(wireless) << std::endl;
+    out << "Status autoconnect Ethernet: " << verdict(reached.wired) << std::endl;
+    out << "Status autoconnect WiFi: " << verdict(reached.wireless) << std::endl;
   }
-  return wired && wireless;
+  return reached.wired && reached.wireless;
+}
+
+LinkVerdicts reachLinkWishes(const LinkWishes& wishes, UserMode mode, std::ostream& out) {
+  LinkVerdicts reached;
+  reached.wired =
+      noteVerdict("eth0", handle(wishes.wired, "Connecting to eth0... ", "Disconnecting eth0...",
+                                 connectEthernet, disconnectEthernet, mode, out));
+  reached.wireless = noteVerdict(
+      "wlan0", handle(wishes.wireless, "Connecting to wlan0... ", "Disconnecting wlan0...",
+                      connectWifi, disconnectWifi, mode, out));
+  return reached;
 }

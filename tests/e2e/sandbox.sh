@@ -1,7 +1,7 @@
 #!/bin/bash
 # Runs the tool (or any command) as if on the device, without touching this machine: a private
-# mount and network namespace, overlays over /etc, /usr/bin and /dev whose writes vanish with the
-# namespace, tmpfs over /run, and fake platform utilities first in PATH. The machine's system log
+# mount and network namespace, overlays over /etc, /usr/bin, /var/lib and /dev whose writes vanish
+# with the namespace, tmpfs over /run, and fake platform utilities first in PATH. The machine's system log
 # socket is hidden: nothing run inside reaches the machine's log.
 #
 #   sandbox.sh --tool BIN --out DIR [--case DIR] [--export PATH]... [--log-sink BIN] [-- ARG...]
@@ -28,10 +28,13 @@ if [ "${1:-}" = --inner ]; then
   # QV_SANDBOX_DISK keeps the writable layers on this machine's disk (still thrown away), so that
   # syncs cost what they cost on a real medium; tmpfs makes them free.
   [ -n "${QV_SANDBOX_DISK:-}" ] || mount -t tmpfs qv-sandbox "$W/mnt"
-  for tree in etc usrbin dev; do mkdir -p "$W/mnt/$tree/upper" "$W/mnt/$tree/work"; done
+  for tree in etc usrbin varlib dev; do mkdir -p "$W/mnt/$tree/upper" "$W/mnt/$tree/work"; done
   mount -t overlay qv-etc -o "lowerdir=/etc,upperdir=$W/mnt/etc/upper,workdir=$W/mnt/etc/work" /etc
   mount -t overlay qv-usrbin \
     -o "lowerdir=/usr/bin,upperdir=$W/mnt/usrbin/upper,workdir=$W/mnt/usrbin/work" /usr/bin
+  # The companions keep their state under /var/lib.
+  mount -t overlay qv-varlib \
+    -o "lowerdir=/var/lib,upperdir=$W/mnt/varlib/upper,workdir=$W/mnt/varlib/work" /var/lib
   mount -t tmpfs qv-run /run
   # /dev keeps its devices, but a log socket bound there stays in the namespace; the overlay does
   # not reach into /dev's own mounts, so they are bound back.
