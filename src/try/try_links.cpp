@@ -1,0 +1,56 @@
+#include "try/try_links.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <iostream>
+
+#include "common/run_log.h"
+#include "link/probes.h"
+#include "link/switching.h"
+
+namespace {
+
+// What ifup and ifdown print is theirs, not an answer of the companion's: it goes to the error
+// stream while they run.
+class UtilitiesOnStderr {
+ public:
+  UtilitiesOnStderr() {
+    std::cout.flush();
+    std::fflush(stdout);
+    saved_ = ::dup(STDOUT_FILENO);
+    if (saved_ >= 0) ::dup2(STDERR_FILENO, STDOUT_FILENO);
+  }
+  ~UtilitiesOnStderr() {
+    if (saved_ < 0) return;
+    std::fflush(stdout);
+    ::dup2(saved_, STDOUT_FILENO);
+    ::close(saved_);
+  }
+  UtilitiesOnStderr(const UtilitiesOnStderr&) = delete;
+  UtilitiesOnStderr& operator=(const UtilitiesOnStderr&) = delete;
+
+ private:
+  int saved_;
+};
+
+}  // namespace
+
+LinkWishes linksUpNow() {
+  return {isEnabledWired(silentMode), isEnabledWireless(silentMode)};
+}
+
+void takeLinksDown() {
+  const UtilitiesOnStderr quiet;
+  disconnectEthernet(silentMode);
+  disconnectWifi(silentMode);
+  // Taking down the files' links is a step of the change, not an outcome of it.
+  takeNotedOutcomes();
+}
+
+std::vector<std::string> bringLinks(const LinkWishes& wishes) {
+  takeNotedOutcomes();
+  const UtilitiesOnStderr quiet;
+  reachLinkWishes(wishes, silentMode, std::cout);
+  return takeNotedOutcomes();
+}
