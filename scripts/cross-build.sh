@@ -91,7 +91,9 @@ echo "$packaged"
 required=(./usr/sbin/qv-netconf ./usr/share/man/man8/qv-netconf.8.gz
   ./usr/share/bash-completion/completions/qv-netconf ./usr/share/doc/qv-netconf/README.md
   ./usr/sbin/qv-netconf-check ./usr/share/man/man8/qv-netconf-check.8.gz
-  ./usr/share/bash-completion/completions/qv-netconf-check)
+  ./usr/share/bash-completion/completions/qv-netconf-check
+  ./usr/sbin/qv-netconf-try ./usr/share/man/man8/qv-netconf-try.8.gz
+  ./usr/share/bash-completion/completions/qv-netconf-try ./lib/systemd/system/qv-netconf-try.service)
 [ -f "$SRC/examples/config.json" ] && required+=(./usr/share/doc/qv-netconf/examples/config.json)
 for file in "${required[@]}"; do
   grep -qxE "$file(\.gz)?" <<<"$packaged" || fail "the package lacks $file"

@@ -55,6 +55,7 @@ touch "$scratch/config.json" "$scratch/notes.txt"
 # the manual section that lists them, the word the completion is asked to finish.
 check_tool qv-netconf       ""     1 '[|][a-z0-9-]+' COMMANDS ""
 check_tool qv-netconf-check --help 0 '--[a-z]+'      OPTIONS  --
+check_tool qv-netconf-try   --help 0 '--[a-z-]+'     OPTIONS  --
 
 usage=$("${emulator[@]}" "$build/qv-netconf" 2>/dev/null)
 path_commands=$(sed -n 's/.* is required to \(.*\)\.$/\1/p' <<<"$usage" |
