@@ -139,12 +139,17 @@ void checkPassphrase(const std::string& stored, findingList& found) {
 
 void checkFrequency(const wlanSettings& wlan, findingList& found) {
   const std::string place = interfaceMember(kMemberWlan, kMemberFrequency);
+  const bool open = wlan.security == kSecurityOpen;
   if (!oneOf(wlan.frequency, kFrequencyAuto, kFrequency24, kFrequency5)) {
-    found.error(place, unknownWord(wlan.frequency, "a frequency the tool knows") +
-                           ": no band is chosen and an open "
-                           "network gets no key line; write " +
-                           words(kFrequencyAuto, kFrequency24, kFrequency5));
-  } else if (wlan.security == kSecurityOpen && wlan.frequency != kFrequencyAuto) {
+    // Only "auto" gives an open network its key_mgmt line; a keyed one just gets no freq_list.
+    const std::string outcome =
+        open ? "an open network gets no key_mgmt line, so the supplicant never associates"
+             : "the supplicant tries every band, as with " + quoted(kFrequencyAuto);
+    found.add(open ? severity::error : severity::warning, place,
+              unknownWord(wlan.frequency, "a frequency the tool knows") +
+                  ": no band is chosen and " + outcome + "; write " +
+                  words(kFrequencyAuto, kFrequency24, kFrequency5));
+  } else if (open && wlan.frequency != kFrequencyAuto) {
     found.error(place, quoted(wlan.frequency) +
                            " on an open network writes no key_mgmt line and the supplicant never "
                            "associates; write " +
