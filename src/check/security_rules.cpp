@@ -26,8 +26,10 @@ bool oneOf(const std::string& value, const char* first, const char* second, cons
   return value == first || value == second || value == third;
 }
 
-bool holdsQuoteOrLineBreak(const std::string& text) {
-  return text.find_first_of("\"\n\r") != std::string::npos;
+// The supplicant reads a quoted value up to the last quote of its line, so only a line feed
+// breaks it.
+bool holdsLineBreak(const std::string& text) {
+  return text.find('\n') != std::string::npos;
 }
 
 // Decrypts a stored secret into `plain`; false (and a finding) when it does not decrypt.
@@ -99,10 +101,10 @@ void checkEnterprise(const enterprise& e, const certificateStore& store, finding
   } else if (e.storedPassword && (e.method == kMethodPeap || e.method == kMethodTtls)) {
     checkSecret(interfaceMember(e.group, kMemberUserPassword), e.userPassword, found);
   }
-  if (e.storedIdentity && holdsQuoteOrLineBreak(e.userName)) {
+  if (e.storedIdentity && holdsLineBreak(e.userName)) {
     found.error(interfaceMember(e.group, kMemberUserName),
-                "holds a double quote or a line break, which the supplicant file cannot hold: "
-                "the supplicant refuses the file; use a user name without them");
+                "holds a line break, which the supplicant file cannot hold: the supplicant "
+                "refuses the file; use a user name without one");
   }
 }
 
@@ -114,10 +116,10 @@ void checkSsid(const std::string& ssid, findingList& found) {
     found.error(place,
                 "is longer than 32 bytes, which no network name is: the link never associates; "
                 "write the network's name");
-  } else if (holdsQuoteOrLineBreak(ssid)) {
+  } else if (holdsLineBreak(ssid)) {
     found.error(place,
-                "holds a double quote or a line break, which the supplicant file cannot hold: "
-                "the supplicant refuses the file; only names without them can be joined");
+                "holds a line break, which the supplicant file cannot hold: the supplicant refuses "
+                "the file; only names without one can be joined");
   }
 }
 
