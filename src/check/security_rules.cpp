@@ -12,6 +12,8 @@ namespace {
 constexpr std::size_t kMaxSsidBytes = 32;
 constexpr std::size_t kMinPassphrase = 8;
 constexpr std::size_t kMaxPassphrase = 63;
+constexpr unsigned char kDelete = 0x7f;
+constexpr unsigned char kFirstBeyondAscii = 0x80;
 
 // The start of a message about a value that is not one of the words the writers know.
 std::string unknownWord(const std::string& value, const std::string& what) {
@@ -127,16 +129,25 @@ void checkPassphrase(const std::string& stored, findingList& found) {
   const std::string place = interfaceMember(kMemberWlan, kMemberPassphrase);
   std::string plain;
   if (!decrypts(place, stored, plain, found)) return;
+  // The key utility counts bytes and refuses control characters, but takes any other byte.
   const char* problem = nullptr;
-  if (plain.size() < kMinPassphrase) problem = "shorter than 8 characters";
-  if (plain.size() > kMaxPassphrase) problem = "longer than 63 characters";
-  for (const char c : plain) {
-    if (problem == nullptr && (c < ' ' || c > '~')) problem = "not all printable ASCII";
+  bool beyondAscii = false;
+  if (plain.size() < kMinPassphrase) problem = "shorter than 8 bytes";
+  if (plain.size() > kMaxPassphrase) problem = "longer than 63 bytes";
+  for (const unsigned char c : plain) {
+    if (problem == nullptr && (c < ' ' || c == kDelete)) problem = "with a control character";
+    beyondAscii = beyondAscii || c >= kFirstBeyondAscii;
   }
-  if (problem == nullptr) return;
-  found.error(place, std::string("decrypts to a pass phrase ") + problem +
-                         ": no key is derived and the supplicant refuses to start; a pass "
-                         "phrase has 8 to 63 printable ASCII characters");
+  if (problem != nullptr) {
+    found.error(place, std::string("decrypts to a pass phrase ") + problem +
+                           ": no key is derived and the supplicant refuses to start; a pass "
+                           "phrase has 8 to 63 printable ASCII characters");
+  } else if (beyondAscii) {
+    found.warning(place,
+                  "decrypts to a pass phrase with characters beyond ASCII: the key is derived "
+                  "from their bytes, which only an access point that does the same accepts; "
+                  "printable ASCII characters suit every one");
+  }
 }
 
 void checkFrequency(const wlanSettings& wlan, findingList& found) {
