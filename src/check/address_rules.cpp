@@ -143,12 +143,17 @@ void checkDns(const dnsSettings& dns, findingList& found) {
                   "of a name server, or \"dhcp\" as the type");
     return;
   }
+  // The resolver takes an IPv4 or an IPv6 address on a nameserver line and ignores anything else.
   const auto checkServer = [&found](const char* member, const std::string& server) {
     std::uint32_t unused = 0;
-    if (server.empty() || ipv4(server, unused)) return;
+    in6_addr unused6{};
+    if (server.empty() || ipv4(server, unused) ||
+        inet_pton(AF_INET6, server.c_str(), &unused6) == 1) {
+      return;
+    }
     found.error(dnsMember(member), quoted(server) +
-                                       " is not an IPv4 address: the resolver cannot use it; "
-                                       "write the dotted-quad address of a name server");
+                                       " is not an IP address: the resolver ignores it; write the "
+                                       "address of a name server");
   };
   checkServer(kMemberDns1, dns.dns1);
   checkServer(kMemberDns2, dns.dns2);
