@@ -18,11 +18,14 @@ struct finding {
 // Findings in the order they are found.
 class findingList {
  public:
+  void add(severity level, const std::string& path, const std::string& message) {
+    items_.push_back({level, path, message});
+  }
   void error(const std::string& path, const std::string& message) {
-    items_.push_back({severity::error, path, message});
+    add(severity::error, path, message);
   }
   void warning(const std::string& path, const std::string& message) {
-    items_.push_back({severity::warning, path, message});
+    add(severity::warning, path, message);
   }
   const std::vector<finding>& items() const { return items_; }
 

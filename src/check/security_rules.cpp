@@ -12,6 +12,8 @@ namespace {
 constexpr std::size_t kMaxSsidBytes = 32;
 constexpr std::size_t kMinPassphrase = 8;
 constexpr std::size_t kMaxPassphrase = 63;
+constexpr unsigned char kDelete = 0x7f;
+constexpr unsigned char kFirstBeyondAscii = 0x80;
 
 // The start of a message about a value that is not one of the words the writers know.
 std::string unknownWord(const std::string& value, const std::string& what) {
@@ -26,8 +28,10 @@ bool oneOf(const std::string& value, const char* first, const char* second, cons
   return value == first || value == second || value == third;
 }
 
-bool holdsQuoteOrLineBreak(const std::string& text) {
-  return text.find_first_of("\"\n\r") != std::string::npos;
+// The supplicant reads a quoted value up to the last quote of its line, so only a line feed
+// breaks it.
+bool holdsLineBreak(const std::string& text) {
+  return text.find('\n') != std::string::npos;
 }
 
 // Decrypts a stored secret into `plain`; false (and a finding) when it does not decrypt.
@@ -99,10 +103,10 @@ void checkEnterprise(const enterprise& e, const certificateStore& store, finding
   } else if (e.storedPassword && (e.method == kMethodPeap || e.method == kMethodTtls)) {
     checkSecret(interfaceMember(e.group, kMemberUserPassword), e.userPassword, found);
   }
-  if (e.storedIdentity && holdsQuoteOrLineBreak(e.userName)) {
+  if (e.storedIdentity && holdsLineBreak(e.userName)) {
     found.error(interfaceMember(e.group, kMemberUserName),
-                "holds a double quote or a line break, which the supplicant file cannot hold: "
-                "the supplicant refuses the file; use a user name without them");
+                "holds a line break, which the supplicant file cannot hold: the supplicant "
+                "refuses the file; use a user name without one");
   }
 }
 
@@ -114,10 +118,10 @@ void checkSsid(const std::string& ssid, findingList& found) {
     found.error(place,
                 "is longer than 32 bytes, which no network name is: the link never associates; "
                 "write the network's name");
-  } else if (holdsQuoteOrLineBreak(ssid)) {
+  } else if (holdsLineBreak(ssid)) {
     found.error(place,
-                "holds a double quote or a line break, which the supplicant file cannot hold: "
-                "the supplicant refuses the file; only names without them can be joined");
+                "holds a line break, which the supplicant file cannot hold: the supplicant refuses "
+                "the file; only names without one can be joined");
   }
 }
 
@@ -125,26 +129,40 @@ void checkPassphrase(const std::string& stored, findingList& found) {
   const std::string place = interfaceMember(kMemberWlan, kMemberPassphrase);
   std::string plain;
   if (!decrypts(place, stored, plain, found)) return;
+  // The key utility counts bytes and refuses control characters, but takes any other byte.
   const char* problem = nullptr;
-  if (plain.size() < kMinPassphrase) problem = "shorter than 8 characters";
-  if (plain.size() > kMaxPassphrase) problem = "longer than 63 characters";
-  for (const char c : plain) {
-    if (problem == nullptr && (c < ' ' || c > '~')) problem = "not all printable ASCII";
+  bool beyondAscii = false;
+  if (plain.size() < kMinPassphrase) problem = "shorter than 8 bytes";
+  if (plain.size() > kMaxPassphrase) problem = "longer than 63 bytes";
+  for (const unsigned char c : plain) {
+    if (problem == nullptr && (c < ' ' || c == kDelete)) problem = "with a control character";
+    beyondAscii = beyondAscii || c >= kFirstBeyondAscii;
   }
-  if (problem == nullptr) return;
-  found.error(place, std::string("decrypts to a pass phrase ") + problem +
-                         ": no key is derived and the supplicant refuses to start; a pass "
-                         "phrase has 8 to 63 printable ASCII characters");
+  if (problem != nullptr) {
+    found.error(place, std::string("decrypts to a pass phrase ") + problem +
+                           ": no key is derived and the supplicant refuses to start; a pass "
+                           "phrase has 8 to 63 printable ASCII characters");
+  } else if (beyondAscii) {
+    found.warning(place,
+                  "decrypts to a pass phrase with characters beyond ASCII: the key is derived "
+                  "from their bytes, which only an access point that does the same accepts; "
+                  "printable ASCII characters suit every one");
+  }
 }
 
 void checkFrequency(const wlanSettings& wlan, findingList& found) {
   const std::string place = interfaceMember(kMemberWlan, kMemberFrequency);
+  const bool open = wlan.security == kSecurityOpen;
   if (!oneOf(wlan.frequency, kFrequencyAuto, kFrequency24, kFrequency5)) {
-    found.error(place, unknownWord(wlan.frequency, "a frequency the tool knows") +
-                           ": no band is chosen and an open "
-                           "network gets no key line; write " +
-                           words(kFrequencyAuto, kFrequency24, kFrequency5));
-  } else if (wlan.security == kSecurityOpen && wlan.frequency != kFrequencyAuto) {
+    // Only "auto" gives an open network its key_mgmt line; a keyed one just gets no freq_list.
+    const std::string outcome =
+        open ? "an open network gets no key_mgmt line, so the supplicant never associates"
+             : "the supplicant tries every band, as with " + quoted(kFrequencyAuto);
+    found.add(open ? severity::error : severity::warning, place,
+              unknownWord(wlan.frequency, "a frequency the tool knows") +
+                  ": no band is chosen and " + outcome + "; write " +
+                  words(kFrequencyAuto, kFrequency24, kFrequency5));
+  } else if (open && wlan.frequency != kFrequencyAuto) {
     found.error(place, quoted(wlan.frequency) +
                            " on an open network writes no key_mgmt line and the supplicant never "
                            "associates; write " +
@@ -193,10 +211,12 @@ void checkWirelessSecurity(const wlanSettings& wlan, const certificateStore& sto
 void checkWiredSecurity(const ethSettings& eth, bool passThrough, const certificateStore& store,
                         findingList& found) {
   if (eth.security != kSecurityOpen && eth.security != kSecurityEnterprise) {
-    found.error(interfaceMember(kMemberEth, kMemberSecurity),
-                unknownWord(eth.security, "a security the tool knows") +
-                    ": 802.1X stays off on the wired port; write " + quoted(kSecurityOpen) +
-                    " or " + quoted(kSecurityEnterprise));
+    // The interfaces file starts the wired supplicant only for "enterprise", so the port simply
+    // comes up as an open one.
+    found.warning(interfaceMember(kMemberEth, kMemberSecurity),
+                  unknownWord(eth.security, "a security the tool knows") +
+                      ": the wired port runs without 802.1X, as with " + quoted(kSecurityOpen) +
+                      "; write " + quoted(kSecurityOpen) + " or " + quoted(kSecurityEnterprise));
     return;
   }
   if (eth.security != kSecurityEnterprise) return;
