@@ -1,5 +1,6 @@
 #include "generate/file_replacement.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -17,6 +18,7 @@ constexpr mode_t kOwnerOnlyMode = 0600;
 constexpr mode_t kPermissionBits = 07777;
 constexpr int kMaxLinkHops = 40;
 constexpr const char* kTemporaryMark = ".qv-netconf.";
+constexpr std::size_t kTemporarySuffixLength = 6;  // mkostemp's XXXXXX
 
 // --- temporary files that must not outlive the run ---------------------------------------------
 
@@ -110,6 +112,23 @@ std::string replacementTarget(std::string path) {
     path = next.front() == '/' ? next : directoryOf(path).append("/").append(next);
   }
   return path;
+}
+
+void removeStrayTemporaries(const std::string& path) {
+  const std::string target = replacementTarget(path);
+  const std::string directory = directoryOf(target);
+  const std::string prefix =
+      "." + target.substr(directory.size() + (directory == "/" ? 0 : 1)) + kTemporaryMark;
+  DIR* listing = ::opendir(directory.c_str());
+  if (listing == nullptr) return;
+  while (const dirent* entry = ::readdir(listing)) {
+    const std::string name = entry->d_name;
+    if (name.size() == prefix.size() + kTemporarySuffixLength &&
+        name.compare(0, prefix.size(), prefix) == 0) {
+      ::unlinkat(::dirfd(listing), name.c_str(), 0);
+    }
+  }
+  ::closedir(listing);
 }
 
 mode_t replacementMode(bool exists, mode_t existing, FileAccess access, mode_t umask) {

@@ -39,6 +39,14 @@ std::int64_t secondsLeft(const tryRecord& record) {
   return (remainingMs(record.deadline, clockNow()) + kMsPerSecond - 1) / kMsPerSecond;
 }
 
+// A confirmation that lost the race with the deadline says which way the try went.
+std::string nothingPending(const TryStore& store) {
+  const std::optional<tryOutcome> last = store.last();
+  if (!last) return kNothingPending;
+  return std::string(kNothingPending) + "; the last try, of " + last->config + ", was " +
+         last->result + " at " + utcTime(last->wallSeconds, false) + ": " + last->reason;
+}
+
 std::string pendingMessage(const tryRecord& record) {
   return "the try of " + record.config + " is pending (" + std::to_string(secondsLeft(record)) +
          " s left); confirm it with qv-netconf-try --confirm, undo it with qv-netconf-try "
@@ -227,13 +235,13 @@ int startTry(const tryOptions& options, TryStore& store, std::ostream& out, std:
 }
 
 int confirmTry(bool json, TryStore& store, std::ostream& out, std::ostream& err) {
-  if (!store.hasPending()) return refuseAnswer(kNothingPending, json, out, err);
+  if (!store.hasPending()) return refuseAnswer(nothingPending(store), json, out, err);
   const TryLocks locks(store);
   stepResult ended;
   const std::optional<tryRecord> record = settle(store, true, ended);
   if (!record) {
     if (ended.ended) return printEndedStep(ended, json, out);
-    return refuseAnswer(kNothingPending, json, out, err);
+    return refuseAnswer(nothingPending(store), json, out, err);
   }
   if (record->phase != tryPhase::pending) {
     return refuseAnswer("the try of " + record->config + " is being rolled back: " + record->reason,
@@ -247,13 +255,13 @@ int confirmTry(bool json, TryStore& store, std::ostream& out, std::ostream& err)
 }
 
 int rollbackTry(bool json, TryStore& store, std::ostream& out, std::ostream& err) {
-  if (!store.hasPending()) return refuseAnswer(kNothingPending, json, out, err);
+  if (!store.hasPending()) return refuseAnswer(nothingPending(store), json, out, err);
   const TryLocks locks(store);
   stepResult ended;
   std::optional<tryRecord> record = settle(store, true, ended);
   if (!record) {
     if (ended.ended) return printEndedStep(ended, json, out);
-    return refuseAnswer(kNothingPending, json, out, err);
+    return refuseAnswer(nothingPending(store), json, out, err);
   }
   const stepResult step = rollBack(store, *record, kAskedToRollBack, true);
   if (!step.ended) {

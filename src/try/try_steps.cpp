@@ -7,6 +7,7 @@
 
 #include "common/run_log.h"
 #include "generate/dhcpcd_file.h"
+#include "generate/file_replacement.h"
 #include "generate/interfaces_file.h"
 #include "try/saved_files.h"
 #include "try/try_clock.h"
@@ -133,6 +134,9 @@ stepResult confirm(TryStore& store, tryRecord record, const std::string& how) {
 
 std::optional<tryRecord> settle(TryStore& store, bool links, stepResult& ended) {
   if (!store.hasPending()) return std::nullopt;
+  // A step cut off by a kill or a power cut may have left temporary files behind.
+  for (const std::string& path : networkFilePaths()) removeStrayTemporaries(path);
+  store.removeStrayTemporaries();
   std::optional<tryRecord> record = store.pending();
   if (!record) {
     // Written whole every time, so only a damaged medium gets here; it must not block every try

@@ -139,6 +139,12 @@ std::optional<std::string> TryStore::confirmedConfig() const {
   return text;
 }
 
+void TryStore::removeStrayTemporaries() const {
+  for (const char* name : {kPendingName, kLastName, kConfirmedName}) {
+    ::removeStrayTemporaries(path(name));
+  }
+}
+
 int TryStore::saveConfirmedConfig(const std::string& text) {
   return writePrivate(path(kConfirmedName), text);
 }

@@ -47,6 +47,9 @@ class TryStore {
   std::optional<std::string> confirmedConfig() const;
   int saveConfirmedConfig(const std::string& text);
 
+  // Removes what a kill left of the replacement of its files; under lock() only.
+  void removeStrayTemporaries() const;
+
  private:
   std::string path(const char* name) const;
 
