@@ -1,8 +1,8 @@
 #!/bin/bash
 # Proves the sandbox keeps writes away from this machine: a stand-in tool writes every file the
 # real tool may write (and more) inside the sandbox, sees its writes there, and afterwards the
-# host's /etc, /usr/bin, /dev and network links are exactly as before, seen from the machine's own
-# root and network (not a chroot's).
+# host's /etc, /usr/bin, /dev, the companions' state under /var/lib and network links are exactly
+# as before, seen from the machine's own root and network (not a chroot's).
 set -euo pipefail
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 # shellcheck source=../confinement.sh
@@ -17,8 +17,10 @@ snapshot() {
   for f in "${FILES[@]/#/$MACHINE_ROOT}"; do
     if [ -e "$f" ]; then echo "$f $(stat -c '%a %s %Y' "$f") $(sha256sum <"$f")"; else echo "$f absent"; fi
   done
-  # The listings change with any file written in /etc or /usr/bin.
+  # The listings change with any file written in /etc or /usr/bin. (The rest of /var/lib is the
+  # machine's own business, written by whatever else runs.)
   ls -la --time-style=full-iso "$MACHINE_ROOT/etc" "$MACHINE_ROOT/usr/bin" | sha256sum
+  { ls -la --time-style=full-iso "$MACHINE_ROOT/var/lib/qv-netconf" 2>&1 || true; } | sha256sum
   machine_ip -o link show | sed 's/ link\/.*//' | sha256sum
 }
 snapshot >"$WORK/before"
@@ -26,6 +28,7 @@ snapshot >"$WORK/before"
 # The stand-in: bash, given the files to write.
 WRITER='for f in "$@"; do echo "written in the sandbox" >"$f"; done
 echo probe >/usr/bin/qv-sandbox-probe
+mkdir -p /var/lib/qv-netconf && echo probe >/var/lib/qv-netconf/try.json
 echo probe >/dev/qv-sandbox-probe && cat /dev/qv-sandbox-probe
 ip link add qvcheck0 type dummy 2>/dev/null || ip link set lo down
 cat /etc/resolv.conf'
