@@ -1,6 +1,7 @@
 #include "try/try_actions.h"
 
 #include <signal.h>
+#include <sys/stat.h>
 #include <syslog.h>
 #include <time.h>
 #include <unistd.h>
@@ -27,6 +28,8 @@ constexpr std::int64_t kMsPerSecond = 1000;
 // How often the watcher runs the checks, and looks whether the try was ended elsewhere.
 constexpr std::int64_t kCheckRoundMs = 2000;
 constexpr std::int64_t kLookMs = 1000;
+// How often a --wait looks whether its try has ended.
+constexpr std::int64_t kWaitPollMs = 100;
 
 constexpr const char* kNothingPending = "no try is pending";
 constexpr const char* kUndoneAtBootEntry = "undone by qv-netconf-try --boot";
@@ -105,25 +108,47 @@ int refuseAnswer(const std::string& reason, bool json, std::ostream& out, std::o
   return kTryRefused;
 }
 
-// Waits for the end of the try `id`: its watcher's end, or that of a watcher started again.
-int waitForEnd(TryStore& store, const std::string& id, bool json, std::ostream& out) {
-  for (;;) {
-    waitForWatcher(store);
-    const TryLocks locks(store);
-    stepResult ended;
-    const std::optional<tryRecord> record = settle(store, true, ended);
-    if (ended.ended && ended.outcome.id == id) return printEndedStep(ended, json, out);
-    if (!record || record->id != id) break;
-    if (!restartWatcher(store, *record)) {
-      stepResult step = rollBack(store, *record, kWatcherStopped, true);
-      if (step.ended) return printEndedStep(step, json, out);
-      break;
-    }
-  }
+void sleepMs(std::int64_t milliseconds) {
+  if (milliseconds <= 0) return;
+  const timespec pause{static_cast<time_t>(milliseconds / kMsPerSecond),
+                       static_cast<long>(milliseconds % kMsPerSecond) * 1000000L};
+  // A signal ends the pause early, which is what it is for.
+  ::nanosleep(&pause, nullptr);
+}
+
+// The outcome of the try `id`, printed, when it has one.
+std::optional<int> printOutcomeOf(const TryStore& store, const std::string& id, bool json,
+                                  std::ostream& out) {
   const std::optional<tryOutcome> last = store.last();
-  if (!last || last->id != id) return kTryRolledBack;
+  if (!last || last->id != id) return std::nullopt;
   printEnded(last->result, last->config, last->reason, json, out);
   return last->result == kResultConfirmed ? kTryDone : kTryRolledBack;
+}
+
+// Waits for the end of the try `id`, whoever ends it: the watcher (or one started again when it
+// was lost), a --confirm or a --rollback. Its outcome is kept before its record is forgotten, so
+// a record found gone means the outcome is there to read.
+int waitForEnd(TryStore& store, const std::string& id, bool json, std::ostream& out) {
+  for (;;) {
+    if (const std::optional<int> status = printOutcomeOf(store, id, json, out)) return *status;
+    const std::optional<tryRecord> record = store.pending();
+    if (record && record->id == id && watcherRuns(store)) {
+      sleepMs(kWaitPollMs);
+      continue;
+    }
+    const TryLocks locks(store);
+    stepResult ended;
+    const std::optional<tryRecord> pending = settle(store, true, ended);
+    if (ended.ended && ended.outcome.id == id) return printEndedStep(ended, json, out);
+    if (!pending || pending->id != id) {
+      const std::optional<int> status = printOutcomeOf(store, id, json, out);
+      return status ? *status : kTryRolledBack;
+    }
+    if (!restartWatcher(store, *pending)) {
+      const stepResult step = rollBack(store, *pending, kWatcherStopped, true);
+      return step.ended ? printEndedStep(step, json, out) : kTryRolledBack;
+    }
+  }
 }
 
 // The links the config.json just applied asks for.
@@ -332,26 +357,34 @@ void catchStopSignals() {
   ::signal(SIGPIPE, SIG_IGN);
 }
 
-void sleepMs(std::int64_t milliseconds) {
-  if (milliseconds <= 0) return;
-  const timespec pause{static_cast<time_t>(milliseconds / kMsPerSecond),
-                       static_cast<long>(milliseconds % kMsPerSecond) * 1000000L};
-  // A signal ends the pause early, which is what it is for.
-  ::nanosleep(&pause, nullptr);
-}
-
 // Ends the try `id` under the locks, unless someone else already did: rolled back when the time
-// is up or the watcher is stopped, else confirmed when `checksPassed`.
+// is up, else confirmed when `checksPassed`.
 void endFromWatcher(TryStore& store, const std::string& id, bool checksPassed) {
   const TryLocks locks(store);
   stepResult ended;
   const std::optional<tryRecord> record = settle(store, true, ended);
   if (!record || record->id != id || record->phase != tryPhase::pending) return;
-  if (stopRequested) {
-    rollBack(store, *record, kWatcherStopped, true);
-  } else if (checksPassed) {
-    confirm(store, *record, kByChecks);
-  }
+  if (checksPassed) confirm(store, *record, kByChecks);
+}
+
+// Whether the watcher ends: decided under the state lock, so that a try started meanwhile either
+// finds the watcher gone and starts its own, or is taken up by it. Asked to stop, it rolls back
+// what is pending first: a try nobody keeps the deadline of is not confirmed. The watcher lock
+// `lock` is let go then, before the state lock.
+bool mayEnd(TryStore& store, int lock) {
+  const TryLocks locks(store);
+  stepResult ended;
+  const std::optional<tryRecord> record = settle(store, true, ended);
+  if (record && stopRequested) rollBack(store, *record, kWatcherStopped, true);
+  if (record && !stopRequested) return false;
+  ::close(lock);
+  return true;
+}
+
+// The identity of the pending try's record as it is now: every change replaces the file.
+ino_t recordIdentity(const TryStore& store) {
+  struct stat status;
+  return ::stat(store.pendingPath().c_str(), &status) == 0 ? status.st_ino : 0;
 }
 
 }  // namespace
@@ -361,25 +394,35 @@ int watchTry(TryStore& store) {
   if (lock < 0) return kTryRefused;
   catchStopSignals();
   std::int64_t nextRound = 0;
+  std::string watched;
   for (;;) {
     const std::optional<tryRecord> record = store.pending();
-    if (!record) break;
-    if (record->phase != tryPhase::pending) {
-      endFromWatcher(store, record->id, false);
-      break;
+    if (!record || stopRequested) {
+      if (mayEnd(store, lock)) return kTryDone;
+      continue;
+    }
+    // A try started just as the last one ended is taken up: its checks start afresh.
+    if (record->id != watched) {
+      watched = record->id;
+      nextRound = 0;
     }
     const tryClock now = clockNow();
     const std::int64_t left = remainingMs(record->deadline, now);
-    if (stopRequested || left == 0) {
+    if (record->phase != tryPhase::pending || left == 0) {
       endFromWatcher(store, record->id, false);
-      break;
+      // A rollback that could not be done whole is tried again, but not in a busy loop.
+      const std::optional<tryRecord> still = store.pending();
+      if (still && still->id == record->id) sleepMs(kLookMs);
+      continue;
     }
     if (!record->confirmWhen.empty() && now.sinceBootMs >= nextRound) {
       nextRound = now.sinceBootMs + kCheckRoundMs;
-      const std::int64_t until = now.sinceBootMs + left;
-      if (runChecks(record->confirmWhen, until, stopRequested)) {
+      const ino_t identity = recordIdentity(store);
+      const auto abandon = [&store, identity] {
+        return stopRequested || recordIdentity(store) != identity;
+      };
+      if (runChecks(record->confirmWhen, now.sinceBootMs + left, abandon)) {
         endFromWatcher(store, record->id, true);
-        break;
       }
       continue;
     }
@@ -387,6 +430,4 @@ int watchTry(TryStore& store) {
     if (!record->confirmWhen.empty()) pause = std::min(pause, nextRound - now.sinceBootMs);
     sleepMs(pause);
   }
-  ::close(lock);
-  return kTryDone;
 }

@@ -75,7 +75,7 @@ void pause20ms() {
 
 // 0 for a command that ended with status 0 in time.
 int runOneCheck(const std::string& command, std::int64_t untilMs,
-                const volatile sig_atomic_t& stop) {
+                const std::function<bool()>& abandon) {
   const pid_t child = ::fork();
   if (child < 0) return -1;
   if (child == 0) {
@@ -90,7 +90,7 @@ int runOneCheck(const std::string& command, std::int64_t untilMs,
     const pid_t done = ::waitpid(child, &status, WNOHANG);
     if (done == child) break;
     if (done < 0 && errno != EINTR) return -1;
-    if (stop || nowMs() >= untilMs) {
+    if (nowMs() >= untilMs || abandon()) {
       ::kill(-child, SIGKILL);
       ::kill(child, SIGKILL);
       while (::waitpid(child, &status, 0) < 0 && errno == EINTR) continue;
@@ -109,8 +109,9 @@ bool startWatcher(const TryStore& store) {
   const int lockFd = openWatcherLock(store);
   if (lockFd < 0) return false;
   if (flockRetrying(lockFd, LOCK_EX | LOCK_NB) != 0) {
+    const bool held = errno == EWOULDBLOCK;
     ::close(lockFd);
-    return false;
+    return held;
   }
   const pid_t child = ::fork();
   if (child == 0) {
@@ -135,13 +136,6 @@ bool watcherRuns(const TryStore& store) {
   return held;
 }
 
-void waitForWatcher(const TryStore& store) {
-  const int fd = openWatcherLock(store);
-  if (fd < 0) return;
-  flockRetrying(fd, LOCK_SH);
-  ::close(fd);
-}
-
 int holdWatcherLock(const TryStore& store) {
   struct stat inherited;
   struct stat lockFile;
@@ -161,9 +155,9 @@ int holdWatcherLock(const TryStore& store) {
 }
 
 bool runChecks(const std::vector<std::string>& commands, std::int64_t untilMs,
-               const volatile sig_atomic_t& stop) {
+               const std::function<bool()>& abandon) {
   for (const std::string& command : commands) {
-    if (runOneCheck(command, untilMs, stop) != 0) return false;
+    if (runOneCheck(command, untilMs, abandon) != 0) return false;
   }
   return true;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <csignal>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -10,18 +10,16 @@
 // The descriptor a watcher is started with, holding the watcher lock from before it exists.
 inline constexpr int kWatcherLockFd = 3;
 
-// Starts the watcher of the pending try ("qv-netconf-try --watch"): in a session of its own, with
-// no terminal, its standard streams on /dev/null and no other descriptor of the caller, so that
-// it outlives the caller and its process group. The watcher lock is taken before it starts, so
-// no one ever sees the try without its watcher. False when it could not be started (or a watcher
-// already runs).
+// Sees that the pending try has a watcher ("qv-netconf-try --watch"), starting one where none runs:
+// in a session of its own, with no terminal, its standard streams on /dev/null and no other
+// descriptor of the caller, so that it outlives the caller and its process group. The watcher
+// lock is taken before it starts, so no one ever sees the try without its watcher. Called under
+// the state lock, where a watcher that still runs cannot be on its way out and takes up the try.
+// False when none could be started.
 bool startWatcher(const TryStore& store);
 
 // Whether a watcher holds the lock now.
 bool watcherRuns(const TryStore& store);
-
-// Waits until the watcher that holds the lock ends.
-void waitForWatcher(const TryStore& store);
 
 // For the watcher itself: the descriptor holding the watcher lock (the one it was started with,
 // or taken now), or -1 when another watcher runs.
@@ -29,6 +27,6 @@ int holdWatcherLock(const TryStore& store);
 
 // Runs each of `commands` through /bin/sh, in turn, silently, each in a process group of its own
 // that is killed when `untilMs` (on the CLOCK_BOOTTIME milliseconds of tryClock) comes or
-// `stop` is set. True when every one ended with status 0.
+// `abandon` says so. True when every one ended with status 0.
 bool runChecks(const std::vector<std::string>& commands, std::int64_t untilMs,
-               const volatile sig_atomic_t& stop);
+               const std::function<bool()>& abandon);

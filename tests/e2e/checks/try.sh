@@ -1,6 +1,7 @@
 #!/bin/bash
 # qv-netconf-try in the sandbox, where one try after another needs the state of the last:
-# - it writes what set-config writes; --confirm keeps it, a second try is refused meanwhile;
+# - it writes what set-config writes; --confirm keeps it, a second try is refused meanwhile, and
+#   one right after the confirmation is watched;
 # - the record of the five files is synced before the first of them is replaced;
 # - killed (try, watcher and all, as a power cut stops them) at many instants while recording,
 #   writing, applying, waiting and rolling back, then the boot entry: the five files are all
@@ -60,17 +61,25 @@ all_like() { # snapshot: every file as in it
 }
 # The processes of the companion in this sandbox: the try, its writer and its watcher.
 ours() {
-  local pid mine
+  local exe mine
   mine=$(readlink /proc/self/ns/mnt)
-  for pid in /proc/[0-9]*; do
-    [ "$(readlink "$pid/exe" 2>/dev/null)" = "$TRY" ] &&
-      [ "$(readlink "$pid/ns/mnt" 2>/dev/null)" = "$mine" ] && echo "${pid#/proc/}"
+  for exe in $(find /proc -mindepth 2 -maxdepth 2 -name exe -lname "$TRY" 2>/dev/null); do
+    [ "$(readlink "${exe%/exe}/ns/mnt" 2>/dev/null)" = "$mine" ] && basename "${exe%/exe}"
   done
   true
 }
 watcher() { ours | while read -r pid; do grep -qz -- --watch "/proc/$pid/cmdline" && echo "$pid"; done; }
 stop_all() { ours | xargs -r kill -KILL 2>/dev/null || true; }
 leftovers() { find /etc "$STATE" -name '.*qv-netconf*' 2>/dev/null; [ ! -e "$STATE/try.json" ] || echo "$STATE/try.json"; }
+wait_for_watcher() { # prints its PID
+  local i pid
+  for ((i = 0; i < 100; i++)); do
+    pid=$(watcher)
+    [ -n "$pid" ] && echo "$pid" && return 0
+    sleep 0.1
+  done
+  return 1
+}
 wait_for_watcher_end() {
   local i
   for ((i = 0; i < 100; i++)); do [ -z "$(watcher)" ] && return 0 || sleep 0.1; done
@@ -96,11 +105,16 @@ check "a second try is refused, naming the pending one and the commands" \
 check "the refused second try changed nothing" all_like "$T/a"
 "$TRY" --confirm >"$T/reply" || fail "--confirm failed"
 check "--confirm says so" grep -q "^confirmed: $A: by qv-netconf-try --confirm" "$T/reply"
-wait_for_watcher_end || fail "the watcher outlived the confirmation"
 check "a confirmed try stays" all_like "$T/a"
+# At once, while the last watcher may still be looking: it takes up the new try.
+"$TRY" --force --wait --timeout 1 "$B" "${CREDENTIALS[@]}" >"$T/reply" 2>&1 || true
+check "a try right after a confirmation is watched and rolled back" \
+  grep -q "^rolled back: $B: not confirmed within 1 s" "$T/reply"
+check "back to the confirmed files" all_like "$T/a"
+wait_for_watcher_end || fail "the watcher outlived the tries"
 "$TRY" --confirm >"$T/reply" 2>&1 && fail "--confirm with nothing pending succeeded"
 check "--confirm with nothing pending says so and names the last" \
-  grep -q "no try is pending; the last try, of $A, was confirmed" "$T/reply"
+  grep -q "no try is pending; the last try, of $B, was rolled back" "$T/reply"
 
 # --- the record is synced before the first file is replaced -----------------------------------
 old_files
@@ -137,12 +151,13 @@ kill_series() { # label rounds try-arguments...
   "$TRY" "$@" >/dev/null 2>&1 || true
   wait_for_watcher_end
   run_us=$((${EPOCHREALTIME/./} - started))
-  for ((i = 0; i < rounds; i++)); do kill_round $((run_us * i / rounds)) "$@"; done >"$T/torn"
+  # (The shell's notes of its killed jobs are not findings.)
+  for ((i = 0; i < rounds; i++)); do kill_round $((run_us * i / rounds)) "$@"; done >"$T/torn" 2>/dev/null
   [ -s "$T/torn" ] && fail "$label:" "$(cat "$T/torn")" ||
     ok "$label: killed at $rounds instants over $run_us us, then booted: one whole set each time"
 }
-kill_series "rolled back" 20 --force --wait --timeout 1 "$A" "${CREDENTIALS[@]}"
-kill_series "confirmed by its check" 12 --force --confirm-when true "$A" "${CREDENTIALS[@]}"
+kill_series "rolled back" 24 --force --wait --timeout 1 "$A" "${CREDENTIALS[@]}"
+kill_series "confirmed by its check" 16 --force --confirm-when true "$A" "${CREDENTIALS[@]}"
 
 # --- the confirmation race ------------------------------------------------------------------------
 both=0 said_wrong=0 ways=
@@ -169,13 +184,11 @@ done
 old_files
 setsid bash -c "\"$TRY\" --force --timeout 30 \"$A\" >/dev/null 2>&1; sleep 30" &
 caller=$!
-sleep 1
-pid=$(watcher)
+pid=$(wait_for_watcher || true)
 check "the watcher is in a session of its own, without a terminal" \
   test -n "$pid" -a "$(ps -o sid= -p "$pid" | tr -d ' ')" != "$caller" -a \
   "$(ps -o sid= -p "$pid" | tr -d ' ')" != "$(ps -o sid= -p $$ | tr -d ' ')" -a "$(ps -o tty= -p "$pid" | tr -d ' ')" = "?"
-kill -KILL -- "-$caller" 2>/dev/null || true
-sleep 0.3
+{ kill -KILL -- "-$caller" && wait "$caller"; } 2>/dev/null || true
 check "the watcher survives its caller's process group" test -n "$(watcher)"
 kill -TERM "$(watcher)"
 wait_for_watcher_end
@@ -183,18 +196,18 @@ check "a stopped watcher rolls back" all_like "$T/old"
 check "and says why" grep -q "^last: rolled back $A at .*: its watcher was stopped" <("$TRY" --status)
 
 "$TRY" --force --timeout 30 "$A" >/dev/null 2>&1
-kill -KILL "$(watcher)"
+kill -KILL "$(wait_for_watcher)"
 sleep 0.2
 check "a lost watcher is noticed and started again by --status" \
   grep -q "watcher started again" <("$TRY" --status)
-kill -KILL "$(watcher)"
+kill -KILL "$(wait_for_watcher)"
 "$TRY" --confirm >"$T/reply" 2>&1
 check "a try whose watcher is gone is not confirmed silently" grep -q "its watcher had stopped" "$T/reply"
 
 old_files
-"$TRY" --force --timeout 1 "$A" >/dev/null 2>&1
-kill -KILL "$(watcher)"
-sleep 1.5
+"$TRY" --force --timeout 3 "$A" >/dev/null 2>&1
+kill -KILL "$(wait_for_watcher)"
+sleep 3.5
 "$TRY" --status >"$T/reply"
 check "past the deadline, the next call rolls back a try whose watcher is lost" \
   grep -q "^last: rolled back $A" "$T/reply"
