@@ -42,7 +42,12 @@ lab_start() {
       ip -n "$PEER_NS" link set "$link-peer" up || lab_abort "cannot add $link"
   done
   on_device cp "$LAB_TOOL" /usr/bin/qv-netconf
-  on_device cp "$(dirname "$LAB_TOOL")/qv-netconf-check" /usr/bin/qv-netconf-check
+  # The companions are built beside the tool.
+  local companion
+  for companion in qv-netconf-check qv-netconf-try; do
+    on_device cp "$(dirname "$LAB_TOOL")/$companion" "/usr/bin/$companion" ||
+      lab_abort "no $companion beside $LAB_TOOL"
+  done
   # The sandbox starts without network files; a device always has dhcpcd's, whose head the tool
   # keeps.
   put_file on_device /etc/dhcpcd.conf <"$LAB_FILES/dhcpcd-head.conf"
