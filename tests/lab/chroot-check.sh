@@ -51,7 +51,7 @@ inner() {
   mount --bind "$REPO" "$root$REPO"
   mount -o remount,bind,ro "$root$REPO"
   cp "$TOOL" "$root/tmp/tool/qv-netconf"
-  cp "$(dirname "$TOOL")/qv-netconf-check" "$root/tmp/tool/"
+  cp "$(dirname "$TOOL")"/qv-netconf-{check,try} "$root/tmp/tool/"
   set +e
   local status=0 process comm left=
   in_chroot() { chroot "$root" /usr/bin/env -C "$REPO" "$@" || status=1; }

@@ -42,7 +42,12 @@ lab_start() {
       ip -n "$PEER_NS" link set "$link-peer" up || lab_abort "cannot add $link"
   done
   on_device cp "$LAB_TOOL" /usr/bin/qv-netconf
-  on_device cp "$(dirname "$LAB_TOOL")/qv-netconf-check" /usr/bin/qv-netconf-check
+  # The companions are built beside the tool.
+  local companion
+  for companion in qv-netconf-check qv-netconf-try; do
+    on_device cp "$(dirname "$LAB_TOOL")/$companion" "/usr/bin/$companion" ||
+      lab_abort "no $companion beside $LAB_TOOL"
+  done
   # The sandbox starts without network files; a device always has dhcpcd's, whose head the tool
   # keeps.
   put_file on_device /etc/dhcpcd.conf <"$LAB_FILES/dhcpcd-head.conf"
@@ -133,6 +138,71 @@ wait_until() { # seconds command...
     [ "$SECONDS" -lt "$deadline" ] || return 1
     sleep 0.1
   done
+}
+
+# --- the try ------------------------------------------------------------------------------------
+
+# The five files set-config writes, which a try must put back as they were.
+NETWORK_FILES=(/etc/network/interfaces /etc/resolv.conf /etc/wpa_supplicant/wpa_supplicant.conf
+               /etc/wpa_supplicant/wpa_supplicant_wired.conf /etc/dhcpcd.conf)
+
+# Copies the device's network files into DIR, with their modes and owners in DIR/.modes; a file
+# the device does not have is absent there too.
+snapshot_network_files() { # dir
+  local path
+  rm -rf "$1"
+  mkdir -p "$1"
+  for path in "${NETWORK_FILES[@]}"; do
+    on_device cat "$path" >"$1/${path##*/}" 2>/dev/null || rm "$1/${path##*/}"
+  done
+  on_device stat -L -c '%n %a %U:%G' "${NETWORK_FILES[@]}" >"$1/.modes" 2>/dev/null
+}
+
+expect_network_files() { # description snapshot-dir
+  snapshot_network_files "$LAB_DIR/files-now"
+  expect_ok "$1" diff -r "$2" "$LAB_DIR/files-now"
+}
+
+# Runs qv-netconf-try --wait with ARGS on the device until the try ends. TRY_STATUS is its status,
+# TRY_END its last line, TRY_MS the milliseconds from its "pending" line (the change in place and
+# the deadline set) to its end.
+try_wait() {
+  local line now started=
+  TRY_END=
+  while IFS= read -r line; do
+    now=${EPOCHREALTIME//[.,]/}
+    case $line in
+      "pending: "*) started=$now ;;
+      .*) TRY_STATUS=${line#.} ;;
+      *) TRY_END=$line ;;
+    esac
+  done < <(on_device qv-netconf-try --wait "$@" 2>"$LAB_DIR/try.err"; echo ".$?")
+  TRY_MS=$(((now - ${started:-$now}) / 1000))
+}
+
+# The try just run must have been rolled back for not being confirmed in TIMEOUT seconds, within
+# BOUND seconds after that deadline; the lateness is shown.
+expect_rolled_back() { # description timeout bound
+  local late=$((TRY_MS - $2 * 1000))
+  local shown="$((late / 1000)).$((late % 1000 / 100)) s"
+  if [ "$TRY_STATUS $TRY_END" = "3 rolled back: $LAB_CONFIG: not confirmed within $2 s" ] &&
+    [ "$late" -ge 0 ] && [ "$late" -le $(($3 * 1000)) ]; then
+    pass "$1 ($shown after the deadline)"
+  else
+    fail "$1" "status: $TRY_STATUS, last line: $TRY_END" "ended $shown after the deadline" \
+      "stderr, last lines: $(tail -n 5 "$LAB_DIR/try.err")"
+  fi
+}
+
+expect_confirmed() { # description
+  if [ "$TRY_STATUS $TRY_END" = "0 confirmed: $LAB_CONFIG: by its checks" ]; then
+    pass "$1 (after $((TRY_MS / 1000)).$((TRY_MS % 1000 / 100)) s)"
+  else
+    fail "$1" "status: $TRY_STATUS, last line: $TRY_END" \
+      "stderr, last lines: $(tail -n 5 "$LAB_DIR/try.err")"
+  fi
+  # With the try ended, nothing is left to roll it back.
+  expect_ok "$1: no watcher is left" wait_until 3 device_runs_no qv-netconf-try
 }
 
 # --- expected replies ---------------------------------------------------------------------------

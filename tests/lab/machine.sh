@@ -1,9 +1,10 @@
 #!/bin/bash
 # One machine of the lab, run as the "tool" of the end-to-end sandbox (tests/e2e/sandbox.sh), which
-# gives it a network namespace of its own and overlays over /etc and /usr/bin whose writes vanish
-# with its mount namespace, and tmpfs over /run. Here the daemons' state directories become empty
-# tmpfs too, and the device gets its certificate store. Then it stays alive as the holder of both
-# namespaces until the lab kills it; its PID in LAB_DIR/ROLE.pid says it is ready.
+# gives it a network namespace of its own, overlays over /etc, /usr/bin and /var/lib (where the
+# try keeps its records) whose writes vanish with its mount namespace, and tmpfs over /run. Here
+# the daemons' state directories become empty tmpfs too, and the device gets its certificate store.
+# Then it stays alive as the holder of both namespaces until the lab kills it; its PID in
+# LAB_DIR/ROLE.pid says it is ready.
 #   machine.sh device|peer LAB_DIR
 set -euo pipefail
 CERTIFICATES=/KQ/configuration/certificates

@@ -41,6 +41,11 @@ associate() {
   if grep -qE 'CTRL-EVENT-(SSID-TEMP-DISABLED|EAP-FAILURE)' "$log"; then
     echo refused
   else
-    on_device wpa_cli -i wlan0 status | awk -F= '$1 == "wpa_state" {s = $2} $1 == "bssid" {b = " " $2} END {print s b}'
+    wlan0_state
   fi
+}
+
+# The supplicant's state on wlan0, with the BSSID it is joined to, if any.
+wlan0_state() {
+  on_device wpa_cli -i wlan0 status | awk -F= '$1 == "wpa_state" {s = $2} $1 == "bssid" {b = " " $2} END {print s b}'
 }

@@ -21,8 +21,10 @@ awk '{print $1}' /proc/uptime >"$RESULTS/booted"
 status=0
 for scenario in "$HERE"/scenarios/*.sh; do
   name=$(basename "$scenario" .sh)
-  { echo "--- radio/$name"; "$HERE/../run-scenario.sh" "$TOOL" "$scenario" 180 2>&1; } >"$RESULTS/$name.out" ||
+  started=$SECONDS
+  { echo "--- radio/$name"; "$HERE/../run-scenario.sh" "$TOOL" "$scenario" 300 2>&1; } >"$RESULTS/$name.out" ||
     status=1
+  echo "--- radio/$name took $((SECONDS - started)) s" >>"$RESULTS/$name.out"
 done
 echo "$status" >"$RESULTS/done"
 sync
