@@ -2,7 +2,7 @@
 # The wall-time benchmark: the tool against a floor program per command (bench/floor), with
 # instant fake utilities, inside the sandbox (nothing on this machine is touched).
 #   bench/run.sh [--rounds N] [--arch arm64] [--configure CMAKE_ARG]... [--instructions]
-#                [--expected] [--disk]
+#                [--expected] [--disk] [--try]
 # --arch arm64 cross-builds the tool and the floors and runs both under qemu-user (the shells and
 # fakes they start run natively): only the ratios mean something there. --expected refreshes
 # device/expected (the texts the floors print and write) from the tool, for review. --configure
@@ -10,9 +10,11 @@
 # ("--configure -DQV_STATIC_TOOL=OFF --configure -DQV_JSONCPP_SOURCE_DIR=" is the dynamically
 # linked tool). --instructions counts instructions (callgrind) instead of timing. --disk puts the
 # sandbox's /etc on this machine's disk instead of tmpfs, where the syncs of set-config cost time.
+# --try times what qv-netconf-try adds to set-config and autoconnect, and its --status and
+# --confirm (bench/try-timing.sh); status 3 when the try adds 50 ms or more.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-ROUNDS=200 ARCH= EXPECTED= CUSTOM=() INSTRUCTIONS=
+ROUNDS=200 ARCH= EXPECTED= CUSTOM=() INSTRUCTIONS= TRY=
 while [ $# -gt 0 ]; do
   case $1 in
     --rounds) ROUNDS=$2; shift 2 ;;
@@ -20,6 +22,7 @@ while [ $# -gt 0 ]; do
     --expected) EXPECTED=1; shift ;;
     --instructions) INSTRUCTIONS=1; shift ;;
     --disk) export QV_SANDBOX_DISK=1; shift ;;
+    --try) TRY=1; shift ;;
     --configure) CUSTOM+=("$2"); shift 2 ;;
     *) echo "run.sh: unknown option $1" >&2; exit 2 ;;
   esac
@@ -29,7 +32,8 @@ COMMANDS=("is-wired-on A" "is-wlan0-connected A" "get-eth0-parameters A" "get-de
   "check-wireless-point A" "get-wifi-list A" "set-config A /run/qv-case/config.json")
 FILES=(/etc/network/interfaces /etc/resolv.conf /etc/wpa_supplicant/wpa_supplicant.conf
   /etc/wpa_supplicant/wpa_supplicant_wired.conf /etc/dhcpcd.conf)
-FAKED=(ifconfig ip route iwconfig iwlist rfkill wpa_passphrase iconv openssl qv-get-freq-list sudo)
+FAKED=(ifconfig ip route iwconfig iwlist rfkill wpa_passphrase iconv openssl qv-get-freq-list sudo
+  ifup ifdown)
 
 if [ -n "$ARCH" ]; then
   scripts/setup.sh --packaging "$ARCH" >/dev/null
@@ -38,7 +42,7 @@ else
 fi
 configure=(-DCMAKE_BUILD_TYPE=RelWithDebInfo -DQV_BENCH=ON -DQV_BUILD_TESTS=OFF)
 cmake -S . -B build-bench "${configure[@]}" >/dev/null
-cmake --build build-bench -j "$(nproc)" --target qv-wall-bench >/dev/null
+cmake --build build-bench -j "$(nproc)" --target qv-wall-bench ${TRY:+qv-netconf-try} >/dev/null
 tool=$PWD/build-bench/qv-netconf floors=$PWD/build-bench/bench/floors emulator=()
 if [ ${#CUSTOM[@]} -gt 0 ]; then
   cmake -S . -B build-bench-custom "${configure[@]}" "${CUSTOM[@]}" >/dev/null
@@ -73,6 +77,16 @@ if [ -n "$EXPECTED" ]; then
   cp -r "$work/out/files/etc/." bench/device/expected/etc/
   echo "bench/device/expected refreshed; review it with git diff."
   exit 0
+fi
+
+if [ -n "$TRY" ]; then
+  echo "| set-config + autoconnect ms | try ms | added ms | --status pending ms | --confirm ms | --status idle ms | /bin/true ms |"
+  echo "|---:|---:|---:|---:|---:|---:|---:|"
+  "${in_sandbox[@]}" -- "$work/fakes" "$PWD/bench/device/canned" \
+    "$PWD/bench/try-timing.sh" "$tool" "$PWD/build-bench/qv-netconf-try" "$ROUNDS"
+  cat "$work/out/stdout"
+  cat "$work/out/stderr" >&2
+  exit "$(cat "$work/out/status")"
 fi
 
 if [ -n "$INSTRUCTIONS" ]; then

@@ -37,6 +37,10 @@ run_benchmarks() {
   bench/run.sh --rounds 3 >build/bench-smoke.log 2>&1 || status=$?
   [ "$status" -eq 0 ] || [ "$status" -eq 3 ] ||
     { cat build/bench-smoke.log; echo "test.sh: the benchmark failed"; return 1; }
+  status=0
+  bench/run.sh --try --rounds 3 >build/try-bench-smoke.log 2>&1 || status=$?
+  [ "$status" -eq 0 ] || [ "$status" -eq 3 ] ||
+    { cat build/try-bench-smoke.log; echo "test.sh: the try's benchmark failed"; return 1; }
   bench/micro/run.sh --benchmark_min_time=0.001 >build/parser-bench-smoke.log 2>&1 ||
     { cat build/parser-bench-smoke.log; echo "test.sh: the parser benchmarks failed"; return 1; }
 }
