@@ -43,8 +43,7 @@ void sendToParent(int /*priority*/, const std::string& line) {
   if (credentials.size() > 1) ethernetPassThroughCredentials.userPassword = credentials[1];
   initConfig(config, silentMode);
   generateConfigs(silentMode);
-  std::fflush(nullptr);
-  ::_exit(0);
+  ::_exit(std::fflush(nullptr) == 0 ? 0 : 1);
 }
 
 std::string reasonOf(const std::string& logged) {
@@ -63,7 +62,7 @@ std::optional<std::string> writeNetworkFiles(const std::string& config,
   // Nothing buffered here may be written twice by the child.
   std::cout.flush();
   std::cerr.flush();
-  std::fflush(nullptr);
+  static_cast<void>(std::fflush(nullptr));
   const pid_t child = ::fork();
   if (child < 0) {
     ::close(ends[0]);

@@ -354,7 +354,8 @@ void catchStopSignals() {
   action.sa_handler = requestStop;
   sigemptyset(&action.sa_mask);
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) ::sigaction(signal, &action, nullptr);
-  ::signal(SIGPIPE, SIG_IGN);
+  action.sa_handler = SIG_IGN;
+  ::sigaction(SIGPIPE, &action, nullptr);
 }
 
 // Ends the try `id` under the locks, unless someone else already did: rolled back when the time

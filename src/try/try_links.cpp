@@ -17,13 +17,14 @@ class UtilitiesOnStderr {
  public:
   UtilitiesOnStderr() {
     std::cout.flush();
-    std::fflush(stdout);
+    // A stream that cannot be flushed has nothing to lose to the switch.
+    static_cast<void>(std::fflush(stdout));
     saved_ = ::dup(STDOUT_FILENO);
     if (saved_ >= 0) ::dup2(STDERR_FILENO, STDOUT_FILENO);
   }
   ~UtilitiesOnStderr() {
     if (saved_ < 0) return;
-    std::fflush(stdout);
+    static_cast<void>(std::fflush(stdout));
     ::dup2(saved_, STDOUT_FILENO);
     ::close(saved_);
   }

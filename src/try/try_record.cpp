@@ -212,6 +212,7 @@ std::string fingerprint(const std::vector<std::string>& texts) {
     }
   }
   char hex[17];
-  std::snprintf(hex, sizeof hex, "%016llx", static_cast<unsigned long long>(hash));
-  return hex;
+  const int length =
+      std::snprintf(hex, sizeof hex, "%016llx", static_cast<unsigned long long>(hash));
+  return std::string(hex, length > 0 ? static_cast<std::size_t>(length) : 0);
 }

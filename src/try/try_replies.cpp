@@ -25,8 +25,9 @@ std::string utcTime(std::int64_t wallSeconds, bool iso) {
   tm parts{};
   ::gmtime_r(&seconds, &parts);
   char text[32];
-  ::strftime(text, sizeof text, iso ? "%Y-%m-%dT%H:%M:%SZ" : "%Y-%m-%d %H:%M:%S UTC", &parts);
-  return text;
+  const std::size_t length =
+      ::strftime(text, sizeof text, iso ? "%Y-%m-%dT%H:%M:%SZ" : "%Y-%m-%d %H:%M:%S UTC", &parts);
+  return std::string(text, length);
 }
 
 void printPending(const std::string& config, std::int64_t remainingSeconds, std::size_t checks,

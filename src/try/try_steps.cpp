@@ -1,6 +1,7 @@
 #include "try/try_steps.h"
 
 #include <syslog.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstring>
@@ -142,8 +143,10 @@ std::optional<tryRecord> settle(TryStore& store, bool links, stepResult& ended) 
     // Written whole every time, so only a damaged medium gets here; it must not block every try
     // to come.
     const std::string kept = store.pendingPath() + kUnreadableSuffix;
-    std::rename(store.pendingPath().c_str(), kept.c_str());
-    logTry(LOG_ERR, "the record of the pending try cannot be read; kept as " + kept);
+    const bool keptAside = std::rename(store.pendingPath().c_str(), kept.c_str()) == 0;
+    if (!keptAside) ::unlink(store.pendingPath().c_str());
+    logTry(LOG_ERR, "the record of the pending try cannot be read; " +
+                        (keptAside ? "kept as " + kept : std::string("removed")));
     return std::nullopt;
   }
   switch (record->phase) {

@@ -18,7 +18,7 @@ constexpr const char* kSelf = "/proc/self/exe";
 constexpr const char* kShell = "/bin/sh";
 constexpr const char* kDevNull = "/dev/null";
 constexpr mode_t kLockMode = 0600;
-constexpr long kCheckPollNs = 20 * 1000 * 1000;
+constexpr long kCheckPollNs = 20L * 1000 * 1000;
 constexpr int kHighestFd = 1 << 16;
 
 int openWatcherLock(const TryStore& store) {
@@ -56,7 +56,11 @@ void detachStreams(int keep) {
   sigset_t none;
   sigemptyset(&none);
   ::sigprocmask(SIG_SETMASK, &none, nullptr);
-  for (int signal = 1; signal < NSIG; ++signal) ::signal(signal, SIG_DFL);
+  struct sigaction byDefault = {};
+  byDefault.sa_handler = SIG_DFL;
+  sigemptyset(&byDefault.sa_mask);
+  // Signals that cannot be caught refuse, which is as it should be.
+  for (int signal = 1; signal < NSIG; ++signal) ::sigaction(signal, &byDefault, nullptr);
   char name[] = "qv-netconf-try";
   char watch[] = "--watch";
   char* const argv[] = {name, watch, nullptr};
