@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <map>
 
 namespace {
 
@@ -114,21 +115,29 @@ std::string replacementTarget(std::string path) {
   return path;
 }
 
-void removeStrayTemporaries(const std::string& path) {
-  const std::string target = replacementTarget(path);
-  const std::string directory = directoryOf(target);
-  const std::string prefix =
-      "." + target.substr(directory.size() + (directory == "/" ? 0 : 1)) + kTemporaryMark;
-  DIR* listing = ::opendir(directory.c_str());
-  if (listing == nullptr) return;
-  while (const dirent* entry = ::readdir(listing)) {
-    const std::string name = entry->d_name;
-    if (name.size() == prefix.size() + kTemporarySuffixLength &&
-        name.compare(0, prefix.size(), prefix) == 0) {
-      ::unlinkat(::dirfd(listing), name.c_str(), 0);
-    }
+void removeStrayTemporaries(const std::vector<std::string>& paths) {
+  // The names a temporary file of each target starts with, by directory.
+  std::map<std::string, std::vector<std::string>> prefixes;
+  for (const std::string& path : paths) {
+    const std::string target = replacementTarget(path);
+    const std::string directory = directoryOf(target);
+    prefixes[directory].push_back(
+        "." + target.substr(directory.size() + (directory == "/" ? 0 : 1)) + kTemporaryMark);
   }
-  ::closedir(listing);
+  for (const auto& [directory, starts] : prefixes) {
+    DIR* listing = ::opendir(directory.c_str());
+    if (listing == nullptr) continue;
+    while (const dirent* entry = ::readdir(listing)) {
+      const std::string name = entry->d_name;
+      for (const std::string& prefix : starts) {
+        if (name.size() == prefix.size() + kTemporarySuffixLength &&
+            name.compare(0, prefix.size(), prefix) == 0) {
+          ::unlinkat(::dirfd(listing), name.c_str(), 0);
+        }
+      }
+    }
+    ::closedir(listing);
+  }
 }
 
 mode_t replacementMode(bool exists, mode_t existing, FileAccess access, mode_t umask) {

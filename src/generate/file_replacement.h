@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 // Who may read a generated file.
 enum class FileAccess {
@@ -22,9 +23,10 @@ struct fileAttributes {
 // /run), the last one possibly dangling.
 std::string replacementTarget(std::string path);
 
-// Removes the temporary files that runs killed while replacing the file at `path` left beside
-// it. Only for a caller that holds the writers' lock, so that no run is replacing it now.
-void removeStrayTemporaries(const std::string& path);
+// Removes the temporary files that runs killed while replacing the files at `paths` left beside
+// them, reading each directory once. Only for a caller that holds the writers' lock, so that no
+// run is replacing them now.
+void removeStrayTemporaries(const std::vector<std::string>& paths);
 
 // The permission bits a generated file gets: an existing file keeps its own (a secret one loses
 // any bit beyond 0600, and then has exactly 0600); a new one gets 0644 or 0600 less the umask.

@@ -359,13 +359,16 @@ void catchStopSignals() {
 }
 
 // Ends the try `id` under the locks, unless someone else already did: rolled back when the time
-// is up, else confirmed when `checksPassed`.
-void endFromWatcher(TryStore& store, const std::string& id, bool checksPassed) {
+// is up, else confirmed when `checksPassed`. True while it is still pending after that.
+bool endFromWatcher(TryStore& store, const std::string& id, bool checksPassed) {
   const TryLocks locks(store);
   stepResult ended;
   const std::optional<tryRecord> record = settle(store, true, ended);
-  if (!record || record->id != id || record->phase != tryPhase::pending) return;
-  if (checksPassed) confirm(store, *record, kByChecks);
+  if (!record || record->id != id) return false;
+  if (record->phase == tryPhase::pending && checksPassed) {
+    return !confirm(store, *record, kByChecks).ended;
+  }
+  return true;
 }
 
 // Whether the watcher ends: decided under the state lock, so that a try started meanwhile either
@@ -410,10 +413,8 @@ int watchTry(TryStore& store) {
     const tryClock now = clockNow();
     const std::int64_t left = remainingMs(record->deadline, now);
     if (record->phase != tryPhase::pending || left == 0) {
-      endFromWatcher(store, record->id, false);
       // A rollback that could not be done whole is tried again, but not in a busy loop.
-      const std::optional<tryRecord> still = store.pending();
-      if (still && still->id == record->id) sleepMs(kLookMs);
+      if (endFromWatcher(store, record->id, false)) sleepMs(kLookMs);
       continue;
     }
     if (!record->confirmWhen.empty() && now.sinceBootMs >= nextRound) {

@@ -136,8 +136,10 @@ stepResult confirm(TryStore& store, tryRecord record, const std::string& how) {
 std::optional<tryRecord> settle(TryStore& store, bool links, stepResult& ended) {
   if (!store.hasPending()) return std::nullopt;
   // A step cut off by a kill or a power cut may have left temporary files behind.
-  for (const std::string& path : networkFilePaths()) removeStrayTemporaries(path);
-  store.removeStrayTemporaries();
+  std::vector<std::string> replaced = networkFilePaths();
+  const std::vector<std::string> own = store.filePaths();
+  replaced.insert(replaced.end(), own.begin(), own.end());
+  removeStrayTemporaries(replaced);
   std::optional<tryRecord> record = store.pending();
   if (!record) {
     // Written whole every time, so only a damaged medium gets here; it must not block every try

@@ -139,10 +139,8 @@ std::optional<std::string> TryStore::confirmedConfig() const {
   return text;
 }
 
-void TryStore::removeStrayTemporaries() const {
-  for (const char* name : {kPendingName, kLastName, kConfirmedName}) {
-    ::removeStrayTemporaries(path(name));
-  }
+std::vector<std::string> TryStore::filePaths() const {
+  return {path(kPendingName), path(kLastName), path(kConfirmedName)};
 }
 
 int TryStore::saveConfirmedConfig(const std::string& text) {

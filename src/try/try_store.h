@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "try/try_record.h"
 
@@ -47,8 +48,8 @@ class TryStore {
   std::optional<std::string> confirmedConfig() const;
   int saveConfirmedConfig(const std::string& text);
 
-  // Removes what a kill left of the replacement of its files; under lock() only.
-  void removeStrayTemporaries() const;
+  // The files it keeps, each replaced whole when it is written.
+  std::vector<std::string> filePaths() const;
 
  private:
   std::string path(const char* name) const;
