@@ -46,6 +46,41 @@ if [ ! -e "$KERNEL_TREE/.unpacked" ]; then
   touch "$KERNEL_TREE/.unpacked"
 fi
 
+# --- NetworkManager, cached ---------------------------------------------------------------------
+# The NetworkManager scenarios run the daemon inside the VM. Its package and the libraries this
+# machine lacks (udev aside: without it, and with /sys read-only, the daemon takes links as they
+# are) are fetched once and unpacked into one tree of the cache, never installed; the VM copies
+# the tree into its own root, which is a tmpfs overlay.
+NM_PACKAGES=$(apt-get install -s --no-install-recommends network-manager dbus-daemon 2>/dev/null |
+  awk '$1 == "Inst" && $3 !~ /^\[/ && $2 != "udev" {print $2}')
+NM_VERSION=$(apt-cache policy network-manager 2>/dev/null | awk '$1 == "Candidate:" {print $2}')
+if [ -z "$NM_VERSION" ] || [ "$NM_VERSION" = "(none)" ]; then
+  NM_VERSION=
+  for unpacked in "$CACHE"/network-manager-*/.unpacked; do
+    [ -e "$unpacked" ] && NM_VERSION=$(basename "$(dirname "$unpacked")")
+  done
+  [ -n "$NM_VERSION" ] || radio_abort "apt knows no network-manager package: run apt-get update"
+  NM_VERSION=${NM_VERSION#network-manager-}
+fi
+NM_TREE=$CACHE/network-manager-$NM_VERSION
+# The tree serves while it holds every package this machine lacks (apt's answer is empty while
+# another apt-get update replaces the lists).
+for package in $NM_PACKAGES; do
+  grep -qx "$package" "$NM_TREE/.unpacked" 2>/dev/null || rm -rf "$NM_TREE"
+done
+if [ ! -e "$NM_TREE/.unpacked" ]; then
+  rm -rf "$CACHE"/network-manager-*
+  mkdir -p "$NM_TREE/debs" "$NM_TREE/root" || radio_abort "cannot make $NM_TREE"
+  # shellcheck disable=SC2086 # one package a word
+  (cd "$NM_TREE/debs" && apt-get -q -o APT::Sandbox::User=root download $NM_PACKAGES) >&2 ||
+    radio_abort "cannot download $NM_PACKAGES"
+  for deb in "$NM_TREE"/debs/*.deb; do
+    dpkg-deb -x "$deb" "$NM_TREE/root" || radio_abort "cannot unpack $deb into $NM_TREE"
+  done
+  rm -rf "$NM_TREE/debs"
+  printf '%s\n' $NM_PACKAGES >"$NM_TREE/.unpacked"
+fi
+
 # --- a small initramfs: busybox, the modules, and the init that mounts the root -----------------
 
 RUN=$(mktemp -d /tmp/qv-radio.XXXXXX)
@@ -74,7 +109,8 @@ done
   radio_abort "cannot pack the initramfs"
 
 # What the VM runs once its root is up.
-printf 'TOOL=%q\n' "$TOOL" >"$RESULTS/run.conf"
+printf 'TOOL=%q\nNM_TREE=%q\nSCENARIOS=%q\n' "$TOOL" "$NM_TREE/root" "${QV_RADIO_SCENARIOS:-}" \
+  >"$RESULTS/run.conf"
 
 # --- the VM -------------------------------------------------------------------------------------
 # Software emulation only: KVM aborts or hangs on this machine kind. One CPU leaves the other to

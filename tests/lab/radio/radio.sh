@@ -49,3 +49,28 @@ associate() {
 wlan0_state() {
   on_device wpa_cli -i wlan0 status | awk -F= '$1 == "wpa_state" {s = $2} $1 == "bssid" {b = " " $2} END {print s b}'
 }
+
+# --- NetworkManager -----------------------------------------------------------------------------
+# The device as a board that runs NetworkManager: the system bus, the supplicant on it (as its
+# D-Bus service would start it), and the daemon with the configuration of such a board's image
+# (Debian's: the ifupdown and keyfile plugins, ifupdown's interfaces unmanaged) and no default
+# wired profile of its own. It sees the device's /etc, so the profiles the tool writes are the ones
+# it loads. There is no udev in the lab: with /sys read-only, as in a container, NetworkManager
+# takes links as udev would have announced them (with /sys writable it waits for udev forever and
+# leaves them unmanaged), so it gets a /sys of its own, read-only, in a mount namespace of its own
+# inside the device's. Its log is LAB_DIR/networkmanager.log, the supplicant's supplicant-nm.log.
+NM_PROFILES=/etc/NetworkManager/system-connections
+
+nm_start() {
+  printf '[main]\nno-auto-default=*\n' | put_file on_device /etc/NetworkManager/conf.d/lab.conf
+  on_device mkdir -p /run/dbus
+  on_device dbus-daemon --system --fork || lab_abort "the system bus did not start"
+  wait_until 5 on_device test -S /run/dbus/system_bus_socket || lab_abort "the system bus has no socket"
+  on_device wpa_supplicant -B -u -O /run/wpa_supplicant -f "$LAB_DIR/supplicant-nm.log" \
+    -P "$LAB_DIR/supplicant-nm.pid" || lab_abort "the supplicant did not start on the bus"
+  on_device unshare --mount sh -c 'mount -t sysfs -o ro qvlab-sys /sys && exec NetworkManager "$@"' \
+    NetworkManager --no-daemon --debug "$@" >"$LAB_DIR/networkmanager.log" 2>&1 &
+  wait_until 30 nm_running || lab_abort "NetworkManager did not start: $(cat "$LAB_DIR/networkmanager.log")"
+}
+
+nm_running() { [ "$(on_device nmcli -t -f RUNNING general 2>/dev/null)" = running ]; }

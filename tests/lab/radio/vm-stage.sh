@@ -19,8 +19,15 @@ awk '{print $1}' /proc/uptime >"$RESULTS/booted"
 # shellcheck source=/dev/null
 . "$RESULTS/run.conf"
 status=0
+# NetworkManager is installed, not running, as on a board that has it but chose ifupdown: only the
+# scenarios that start it see it run. The libraries it needs come with it or from this machine.
+tar -C "$NM_TREE" -c . | tar -C / -x --keep-directory-symlink
+missing=$(ldd /usr/sbin/NetworkManager /usr/bin/nmcli | grep 'not found')
+[ -z "$missing" ] || { echo "--- radio: NetworkManager lacks libraries: $missing"; status=1; } >"$RESULTS/networkmanager-install.out"
 for scenario in "$HERE"/scenarios/*.sh; do
   name=$(basename "$scenario" .sh)
+  # QV_RADIO_SCENARIOS (names, blank-separated) runs only those, while a scenario is written.
+  [ -z "${SCENARIOS:-}" ] || [[ " $SCENARIOS " == *" $name "* ]] || continue
   started=$SECONDS
   { echo "--- radio/$name"; "$HERE/../run-scenario.sh" "$TOOL" "$scenario" 300 2>&1; } >"$RESULTS/$name.out" ||
     status=1
