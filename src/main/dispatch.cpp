@@ -5,7 +5,6 @@
 
 #include "common/run_log.h"
 #include "generate/generate_configs.h"
-#include "generate/wpa_conf.h"
 #include "generate/writer_lock.h"
 #include "link/autoconnect.h"
 #include "link/interface_values.h"
@@ -73,7 +72,7 @@ void setOpenWiredConfig(const std::vector<std::string>& args) {
 void setWpaConfig(const std::vector<std::string>& args) {
   lockNetworkFiles();
   initConfig(args[kPathPosition], outputMode);
-  generateWpaConf(outputMode);
+  generateWirelessConfig(outputMode);
 }
 
 // One row per command, in the order the commands are tested.

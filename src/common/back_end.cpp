@@ -1,0 +1,98 @@
+#include "common/back_end.h"
+
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+#include "common/run_log.h"
+
+const char* const kBackEndPath = "/etc/qv-netconf/backend";
+const char* const kNetworkManagerPidPath = "/run/NetworkManager/NetworkManager.pid";
+
+namespace {
+
+constexpr const char* kIfupdownWord = "ifupdown";
+constexpr const char* kNetworkManagerWord = "networkmanager";
+constexpr const char* kBlanks = " \t\r\n";
+
+std::string trimmed(const std::string& text) {
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  if (first == std::string::npos) return std::string();
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+std::optional<std::string> fileContent(const char* path) {
+  std::ifstream file(path);
+  if (!file) return std::nullopt;
+  std::ostringstream content;
+  content << file.rdbuf();
+  return content.str();
+}
+
+bool networkManagerRuns() {
+  const std::optional<std::string> pid = fileContent(kNetworkManagerPidPath);
+  if (!pid) return false;
+  const std::string number = trimmed(*pid);
+  if (number.empty() || number.find_first_not_of("0123456789") != std::string::npos) return false;
+  const std::optional<std::string> comm = fileContent(("/proc/" + number + "/comm").c_str());
+  return comm && isNetworkManagerName(*comm);
+}
+
+}  // namespace
+
+const char* backEndWord(BackEnd backEnd) {
+  return backEnd == BackEnd::networkManager ? kNetworkManagerWord : kIfupdownWord;
+}
+
+backEndDecision decideBackEnd(const std::optional<std::string>& content, bool networkManagerRuns) {
+  backEndDecision decision;
+  if (content) {
+    const std::string word = trimmed(*content);
+    if (word == kIfupdownWord || word == kNetworkManagerWord) {
+      const BackEnd chosen = word == kIfupdownWord ? BackEnd::ifupdown : BackEnd::networkManager;
+      decision.choice = backEndChoice{chosen, std::string(kBackEndPath) + " says so"};
+    } else {
+      decision.error = std::string(kBackEndPath) + " holds \"" + word + "\", not \"" +
+                       kIfupdownWord + "\" or \"" + kNetworkManagerWord + "\"";
+    }
+    return decision;
+  }
+  if (networkManagerRuns) {
+    decision.choice = backEndChoice{BackEnd::networkManager, "NetworkManager is running"};
+  } else {
+    decision.choice = backEndChoice{BackEnd::ifupdown, "NetworkManager is not running"};
+  }
+  return decision;
+}
+
+bool isNetworkManagerName(const std::string& comm) {
+  return trimmed(comm) == "NetworkManager";
+}
+
+backEndDecision detectBackEnd() {
+  const std::optional<std::string> content = fileContent(kBackEndPath);
+  // The file decides alone: NetworkManager is not even looked for.
+  return decideBackEnd(content, !content && networkManagerRuns());
+}
+
+namespace {
+
+std::optional<BackEnd> chosen;
+
+}  // namespace
+
+BackEnd runBackEnd() {
+  if (chosen) return *chosen;
+  const backEndDecision decision = detectBackEnd();
+  if (!decision.choice) {
+    std::cerr << "Error: " << decision.error << "." << std::endl;
+    failRun(decision.error);
+  }
+  chosen = decision.choice->backEnd;
+  if (*chosen == BackEnd::networkManager) noteBackEnd(backEndWord(*chosen));
+  return *chosen;
+}
+
+void pinRunBackEnd(std::optional<BackEnd> backEnd) {
+  chosen = backEnd;
+}
