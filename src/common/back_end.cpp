@@ -1,5 +1,8 @@
 #include "common/back_end.h"
 
+#include <dirent.h>
+#include <sys/stat.h>
+
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -8,6 +11,7 @@
 
 const char* const kBackEndPath = "/etc/qv-netconf/backend";
 const char* const kNetworkManagerPidPath = "/run/NetworkManager/NetworkManager.pid";
+const char* const kNetworkManagerRunDir = "/run/NetworkManager";
 
 namespace {
 
@@ -29,13 +33,31 @@ std::optional<std::string> fileContent(const char* path) {
   return content.str();
 }
 
+bool isNetworkManagerPid(const std::string& pid) {
+  if (pid.empty() || pid.find_first_not_of("0123456789") != std::string::npos) return false;
+  const std::optional<std::string> comm = fileContent(("/proc/" + pid + "/comm").c_str());
+  return comm && isNetworkManagerName(*comm);
+}
+
+// A daemonised NetworkManager leaves its pid file; the one a service manager runs in the
+// foreground leaves none, so where NetworkManager has run since boot (its run directory exists)
+// the processes are looked through. A board that never ran it pays one stat.
 bool networkManagerRuns() {
   const std::optional<std::string> pid = fileContent(kNetworkManagerPidPath);
-  if (!pid) return false;
-  const std::string number = trimmed(*pid);
-  if (number.empty() || number.find_first_not_of("0123456789") != std::string::npos) return false;
-  const std::optional<std::string> comm = fileContent(("/proc/" + number + "/comm").c_str());
-  return comm && isNetworkManagerName(*comm);
+  if (pid && isNetworkManagerPid(trimmed(*pid))) return true;
+  struct stat status;
+  if (::stat(kNetworkManagerRunDir, &status) != 0) return false;
+  DIR* processes = ::opendir("/proc");
+  if (processes == nullptr) return false;
+  bool found = false;
+  while (const dirent* entry = ::readdir(processes)) {
+    if (isNetworkManagerPid(entry->d_name)) {
+      found = true;
+      break;
+    }
+  }
+  ::closedir(processes);
+  return found;
 }
 
 }  // namespace

@@ -9,8 +9,10 @@ enum class BackEnd { ifupdown, networkManager };
 
 // The file an operator writes to make the choice instead of the detection.
 extern const char* const kBackEndPath;
-// Where NetworkManager keeps the number of its process while it runs.
+// Where a daemonised NetworkManager keeps the number of its process, and the directory any
+// NetworkManager makes when it starts.
 extern const char* const kNetworkManagerPidPath;
+extern const char* const kNetworkManagerRunDir;
 
 // "ifupdown" or "networkmanager", as the back-end file and the log name them.
 const char* backEndWord(BackEnd backEnd);
@@ -33,8 +35,8 @@ backEndDecision decideBackEnd(const std::optional<std::string>& fileContent,
 // Whether `comm` (a /proc/PID/comm line) is NetworkManager's.
 bool isNetworkManagerName(const std::string& comm);
 
-// Reads the back-end file and looks for NetworkManager: one file read and a process check, no
-// process started.
+// Reads the back-end file and looks for NetworkManager: its pid file, and where NetworkManager
+// has run since boot its process among /proc's; no process started.
 backEndDecision detectBackEnd();
 
 // The back end of this run, decided on first use and kept. A bad back-end file ends the run with

@@ -6,7 +6,7 @@ const char* const kNmcliRunning = "timeout 10 nmcli -t -f RUNNING general 2>/dev
 const char* const kNmcliReload = "nmcli connection reload";
 
 std::string nmcliLoad(const std::string& path) {
-  return "nmcli connection load '" + path + "'";
+  return "nmcli connection load '" + path + "' 2>&1";
 }
 
 std::string nmcliUp(const std::string& profile) {
@@ -17,11 +17,24 @@ std::string nmcliDown(const std::string& profile) {
   return "sudo nmcli connection down " + profile + " >/dev/null";
 }
 
-bool networkManagerAnswers() {
+namespace {
+
+std::string outputOf(const std::string& command) {
   std::string output;
-  shell().read(kNmcliRunning, [&output](const std::string& piece) {
+  shell().read(command, [&output](const std::string& piece) {
     output += piece;
     return true;
   });
-  return output == "running\n";
+  return output;
+}
+
+}  // namespace
+
+bool networkManagerAnswers() {
+  return outputOf(kNmcliRunning) == "running\n";
+}
+
+std::string loadProfile(const std::string& path) {
+  const std::string output = outputOf(nmcliLoad(path));
+  return output.substr(0, output.find('\n'));
 }

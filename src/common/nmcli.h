@@ -7,7 +7,8 @@
 
 // Prints "running" when NetworkManager answers on the system bus.
 extern const char* const kNmcliRunning;
-// Tells NetworkManager to read the keyfile at `path` again; fails when it refuses the file.
+// Tells NetworkManager to read the keyfile at `path` again. Its status is 0 even when
+// NetworkManager refuses the file; only what it prints tells ("Could not load file ...").
 std::string nmcliLoad(const std::string& path);
 // Tells NetworkManager to read every keyfile again, noticing removed ones.
 extern const char* const kNmcliReload;
@@ -18,3 +19,7 @@ std::string nmcliDown(const std::string& profile);
 
 // Whether NetworkManager answers within the deadline.
 bool networkManagerAnswers();
+
+// Has NetworkManager load the keyfile at `path`: empty when it took it, else what nmcli said
+// (its first line).
+std::string loadProfile(const std::string& path);

@@ -46,10 +46,11 @@ void putBack(const std::string& path, const std::optional<previousFile>& previou
   if (previous) {
     FileReplacement file(path, previous->attributes);
     if (file.isOpen()) file.commit(previous->content);
-    shell().run(nmcliLoad(path));
+    loadProfile(path);
   } else {
+    // NetworkManager forgets the profile of a file that is gone when asked to load it.
     ::unlink(path.c_str());
-    shell().run(kNmcliReload);
+    loadProfile(path);
   }
   noteFileRestored(path);
 }
@@ -60,16 +61,15 @@ void putProfile(const char* name, const std::string& path,
   announce(path, "...", mode, out);
   const std::optional<previousFile> previous = readPrevious(path);
   writeGeneratedFile(path, FileAccess::ownerOnly, render, mode, err);
-  const std::string load = nmcliLoad(path);
-  const int status = shell().run(load);
-  if (status != 0) {
+  const std::string complaint = loadProfile(path);
+  if (!complaint.empty()) {
     putBack(path, previous);
     if (mode == consoleMode) {
       err << "Error: NetworkManager refused the profile " << name << "; the previous one is kept."
           << std::endl;
     }
-    failRun("NetworkManager refused the profile " + std::string(name) + " (" +
-            commandStatus(load, status) + "); the previous one is kept");
+    failRun("NetworkManager refused the profile " + std::string(name) + " (" + complaint +
+            "); the previous one is kept");
   }
   announce(path, " completed.", mode, out);
 }
@@ -85,7 +85,7 @@ void dropProfile(const std::string& path, UserMode mode, std::ostream& out, std:
     failRun("cannot remove " + path + ": " + reason);
   }
   noteFileReplaced(path);
-  shell().run(kNmcliReload);
+  loadProfile(path);
 }
 
 // An interfaces file left by the ifupdown stack would keep eth0 and wlan0 from NetworkManager.
