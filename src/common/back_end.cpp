@@ -103,6 +103,15 @@ std::optional<BackEnd> chosen;
 
 }  // namespace
 
+namespace {
+
+void choose(BackEnd backEnd) {
+  chosen = backEnd;
+  if (backEnd == BackEnd::networkManager) noteBackEnd(backEndWord(backEnd));
+}
+
+}  // namespace
+
 BackEnd runBackEnd() {
   if (chosen) return *chosen;
   const backEndDecision decision = detectBackEnd();
@@ -110,9 +119,19 @@ BackEnd runBackEnd() {
     std::cerr << "Error: " << decision.error << "." << std::endl;
     failRun(decision.error);
   }
-  chosen = decision.choice->backEnd;
-  if (*chosen == BackEnd::networkManager) noteBackEnd(backEndWord(*chosen));
+  choose(decision.choice->backEnd);
   return *chosen;
+}
+
+void noteRunBackEnd() {
+  if (chosen) return;
+  const backEndDecision decision = detectBackEnd();
+  if (decision.choice) choose(decision.choice->backEnd);
+}
+
+bool onNetworkManager() {
+  noteRunBackEnd();
+  return chosen == BackEnd::networkManager;
 }
 
 void pinRunBackEnd(std::optional<BackEnd> backEnd) {

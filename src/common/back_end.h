@@ -43,5 +43,10 @@ backEndDecision detectBackEnd();
 // status 1 (the reason on `err`, whatever the mode). The NetworkManager back end is named in the
 // run's log line.
 BackEnd runBackEnd();
+// For a changing command's log line: decides the back end as runBackEnd does, but a bad back-end
+// file only leaves the choice to runBackEnd (a switch that never needs it still runs).
+void noteRunBackEnd();
+// Whether the run works through NetworkManager, decided as noteRunBackEnd does.
+bool onNetworkManager();
 // Fixes the back end runBackEnd gives (a test's choice), or lets it decide again (nullopt).
 void pinRunBackEnd(std::optional<BackEnd> backEnd);

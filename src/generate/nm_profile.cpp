@@ -78,7 +78,7 @@ std::string eapSection(const std::string& method, const std::string& identity,
   }
   if (method == kMethodPeap || method == kMethodTtls) {
     text += line("password", keyfileText(password));
-    if (method == kMethodPeap) text += line("phase1-peaplabel", "0");
+    // PEAP's label 0 is the supplicant's default; NetworkManager refuses to be told it.
     text += line("phase2-auth", "mschapv2");
   }
   if (method == kMethodTls) {

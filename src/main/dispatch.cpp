@@ -3,6 +3,7 @@
 #include <functional>
 #include <utility>
 
+#include "common/back_end.h"
 #include "common/run_log.h"
 #include "generate/generate_configs.h"
 #include "generate/writer_lock.h"
@@ -35,10 +36,12 @@ Operation withConfigPath(const Operation& operation) {
   };
 }
 
-// Commands that change something leave a line in the system log when they complete; reading
-// commands run many times a minute and leave none.
+// Commands that change something leave a line in the system log when they complete, naming the
+// NetworkManager back end where it is the one; reading commands run many times a minute and
+// leave none, and never look for the back end.
 Operation logged(const Operation& operation) {
   return [operation](const std::vector<std::string>& args) {
+    noteRunBackEnd();
     operation(args);
     logRunCompleted();
   };

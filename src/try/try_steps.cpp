@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "common/back_end.h"
 #include "common/nmcli.h"
 #include "common/run_log.h"
 #include "common/shell.h"
@@ -23,7 +24,7 @@ namespace {
 constexpr const char* kUnreadableSuffix = ".unreadable";
 
 std::string subject(const tryRecord& record) {
-  return "try of " + record.config;
+  return trySubject(record.config);
 }
 
 std::string withList(const std::string& line, const char* label,
@@ -52,6 +53,10 @@ std::string listed(const std::vector<std::string>& items) {
   std::string text;
   for (const std::string& item : items) text += (text.empty() ? "" : ", ") + item;
   return text;
+}
+
+std::string trySubject(const std::string& config) {
+  return "try of " + config + (onNetworkManager() ? " on networkmanager" : "");
 }
 
 void logTry(int priority, const std::string& line) {

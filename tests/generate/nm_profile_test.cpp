@@ -104,7 +104,7 @@ TEST(NetworkManagerProfile, WirelessEnterpriseMethodsCarryClearSecrets) {
   EXPECT_EQ(section(profile, "802-1x"),
             "[802-1x]\neap=peap;\nidentity=alice\n"
             "ca-cert=/KQ/configuration/certificates/cacerts/lab-ca.pem\npassword=clear(U)\n"
-            "phase1-peaplabel=0\nphase2-auth=mschapv2\n\n");
+            "phase2-auth=mschapv2\n\n");
   wlan.authenticationMethod = "ttls";
   wlan.encryption = "tkip";
   wlan.advancedSecurity = "auto";
@@ -112,7 +112,6 @@ TEST(NetworkManagerProfile, WirelessEnterpriseMethodsCarryClearSecrets) {
   EXPECT_EQ(section(profile, "wifi-security"),
             "[wifi-security]\nkey-mgmt=wpa-eap\npairwise=tkip;\nproto=wpa;rsn;\n\n");
   EXPECT_NE(section(profile, "802-1x").find("eap=ttls;\n"), std::string::npos);
-  EXPECT_EQ(section(profile, "802-1x").find("phase1"), std::string::npos);
   wlan.authenticationMethod = "tls";
   wlan.encryption = "none";
   wlan.advancedSecurity = "wpa";
