@@ -2,7 +2,7 @@
 # The wall-time benchmark: the tool against a floor program per command (bench/floor), with
 # instant fake utilities, inside the sandbox (nothing on this machine is touched).
 #   bench/run.sh [--rounds N] [--arch arm64] [--configure CMAKE_ARG]... [--instructions]
-#                [--expected] [--disk] [--try]
+#                [--expected] [--disk] [--try] [--backend networkmanager|scan]
 # --arch arm64 cross-builds the tool and the floors and runs both under qemu-user (the shells and
 # fakes they start run natively): only the ratios mean something there. --expected refreshes
 # device/expected (the texts the floors print and write) from the tool, for review. --configure
@@ -11,10 +11,14 @@
 # linked tool). --instructions counts instructions (callgrind) instead of timing. --disk puts the
 # sandbox's /etc on this machine's disk instead of tmpfs, where the syncs of set-config cost time.
 # --try times what qv-netconf-try adds to set-config and autoconnect, and its --status and
-# --confirm (bench/try-timing.sh); status 3 when the try adds 50 ms or more.
+# --confirm (bench/try-timing.sh); status 3 when the try adds 50 ms or more. --backend times the
+# probes and reports where the NetworkManager back end is chosen by its file (the eth0 type read
+# from the profile of bench/device/etc-networkmanager), or where the detection has to look through
+# /proc ("scan": /run/NetworkManager exists but nothing runs); set-config is left out, since the
+# floor writes the ifupdown files.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-ROUNDS=200 ARCH= EXPECTED= CUSTOM=() INSTRUCTIONS= TRY=
+ROUNDS=200 ARCH= EXPECTED= CUSTOM=() INSTRUCTIONS= TRY= BACKEND=
 while [ $# -gt 0 ]; do
   case $1 in
     --rounds) ROUNDS=$2; shift 2 ;;
@@ -23,6 +27,7 @@ while [ $# -gt 0 ]; do
     --instructions) INSTRUCTIONS=1; shift ;;
     --disk) export QV_SANDBOX_DISK=1; shift ;;
     --try) TRY=1; shift ;;
+    --backend) BACKEND=$2; shift 2 ;;
     --configure) CUSTOM+=("$2"); shift 2 ;;
     *) echo "run.sh: unknown option $1" >&2; exit 2 ;;
   esac
@@ -66,6 +71,14 @@ mkdir -p "$work/case/input" "$work/fakes"
 cp -a bench/device/etc "$work/case/"
 cp examples/config.json "$work/case/input/config.json"
 for name in "${FAKED[@]}"; do ln -s "$PWD/build-bench/bench/qv-bench-fake" "$work/fakes/$name"; done
+case $BACKEND in
+  "") ;;
+  networkmanager) cp -a bench/device/etc-networkmanager/. "$work/case/etc/" ;;
+  scan) echo 'mkdir -p /run/NetworkManager' >"$work/case/setup.sh" ;;
+  *) echo "run.sh: --backend networkmanager or scan" >&2; exit 2 ;;
+esac
+[ -z "$BACKEND" ] || unset 'COMMANDS[-1]'
+
 in_sandbox=(tests/e2e/sandbox.sh --tool bench/in-sandbox.sh --case "$work/case" --out "$work/out")
 
 if [ -n "$EXPECTED" ]; then

@@ -1,4 +1,4 @@
-# bash completion for qv-netconf-check: [--json] [--certificates DIR] CONFIG_JSON
+# bash completion for qv-netconf-check: [--json] [--certificates DIR] CONFIG_JSON, [--json] --backend
 
 _qv_netconf_check() {
     local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]}
@@ -7,7 +7,7 @@ _qv_netconf_check() {
     if [ "$prev" = --certificates ]; then
         mapfile -t COMPREPLY < <(compgen -d -- "$cur")
     elif [[ $cur == -* ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "--json --certificates --help" -- "$cur")
+        mapfile -t COMPREPLY < <(compgen -W "--json --certificates --backend --help" -- "$cur")
     else
         # config.json files and the directories that may hold them
         mapfile -t COMPREPLY < <(compgen -d -- "$cur"; compgen -f -X '!*.json' -- "$cur")

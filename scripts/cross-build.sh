@@ -68,6 +68,11 @@ grep -v 'running with root privileges' "$OUT/lintian.log" || true
 
 step "checking the package contents"
 [ "$(dpkg-deb -f "$deb" Architecture)" = "$ARCH" ] || fail "$deb is not built for $ARCH"
+# A board runs ifupdown with dhcpcd or NetworkManager; the package must install on either alone.
+depends=$(dpkg-deb -f "$deb" Depends)
+for alternative in "ifupdown | network-manager" "dhcpcd-base | dhcpcd5 | network-manager"; do
+  [[ $depends == *"$alternative"* ]] || fail "Depends lacks \"$alternative\": $depends"
+done
 built_using=$(dpkg-deb -f "$deb" Built-Using)
 echo "Built-Using: $built_using"
 [[ $built_using == *"libjsoncpp (= $(cat "$SRC/jsoncpp/.debian-version"))"* ]] ||

@@ -9,6 +9,7 @@
 
 #include "check/config_check.h"
 #include "check/findings_output.h"
+#include "common/back_end.h"
 #include "credentials/cipher_key.h"
 #include "generate/setting_words.h"
 #include "settings/config_file.h"
@@ -17,6 +18,7 @@ namespace {
 
 void printUsage(std::ostream& out) {
   out << "Usage: qv-netconf-check [--json] [--certificates DIR] CONFIG\n"
+         "       qv-netconf-check [--json] --backend\n"
          "Checks CONFIG, a config.json for qv-netconf, before it is applied: every setting that "
          "can\nnever work is an error, every one that works but is probably not what was meant a "
          "warning.\n"
@@ -24,8 +26,10 @@ void printUsage(std::ostream& out) {
          "  --certificates DIR  look certificate files up in DIR/"
       << kCaCertificatesDir << " and DIR/" << kPkcs12Dir << "\n"
       << "                      (default " << kCertificateStore << ")\n"
-      << "  --help              print this text\n"
-         "Exit status: 0 no error, 1 errors, 2 CONFIG cannot be read or is not a JSON object.\n";
+      << "  --backend           print the back end qv-netconf would use here, and why\n"
+         "  --help              print this text\n"
+         "Exit status: 0 no error, 1 errors (or a back-end file that names no back end), 2 CONFIG\n"
+         "cannot be read or is not a JSON object.\n";
 }
 
 struct options {
@@ -126,11 +130,49 @@ checkResult checkConfigFile(const std::string& path, const std::string& certific
   return result;
 }
 
+namespace {
+
+// "--backend" with or without "--json" and nothing else.
+bool asksBackEnd(const std::vector<std::string>& args, bool& json) {
+  bool backEnd = false;
+  json = false;
+  for (const std::string& word : args) {
+    if (word == "--backend") {
+      backEnd = true;
+    } else if (word == "--json") {
+      json = true;
+    } else {
+      return false;
+    }
+  }
+  return backEnd;
+}
+
+int reportBackEnd(bool json, std::ostream& out, std::ostream& err) {
+  const backEndDecision decision = detectBackEnd();
+  if (!decision.choice) {
+    err << "qv-netconf-check: " << decision.error << "\n";
+    return kCheckErrors;
+  }
+  const char* word = backEndWord(decision.choice->backEnd);
+  if (json) {
+    out << "{\"backend\": " << quoted(word) << ", \"reason\": " << quoted(decision.choice->reason)
+        << "}\n";
+  } else {
+    out << word << ": " << decision.choice->reason << "\n";
+  }
+  return kCheckClean;
+}
+
+}  // namespace
+
 int runCheck(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
   if (args.size() == 1 && args[0] == "--help") {
     printUsage(out);
     return kCheckClean;
   }
+  bool json = false;
+  if (asksBackEnd(args, json)) return reportBackEnd(json, out, err);
   options chosen;
   if (!parseOptions(args, chosen, err)) return kCheckUnusable;
   const checkResult result = checkConfigFile(chosen.config, chosen.certificates);

@@ -3,6 +3,7 @@
 #include <sys/wait.h>
 #include <syslog.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <vector>
 
@@ -13,6 +14,7 @@ const char* identity = "qv-netconf";
 struct RunRecord {
   std::string command;
   std::string configPath;
+  std::string backEnd;
   std::vector<std::string> replaced;
   std::vector<std::string> outcomes;
 };
@@ -40,8 +42,10 @@ std::string joined(const std::vector<std::string>& items) {
 }
 
 std::string subject(const RunRecord& run) {
-  if (run.configPath.empty()) return run.command;
-  return run.command + " with " + run.configPath;
+  std::string text = run.command;
+  if (!run.configPath.empty()) text += " with " + run.configPath;
+  if (!run.backEnd.empty()) text += " on " + run.backEnd;
+  return text;
 }
 
 }  // namespace
@@ -54,8 +58,17 @@ void noteConfigPath(const std::string& path) {
   record().configPath = path;
 }
 
+void noteBackEnd(const std::string& backEnd) {
+  record().backEnd = backEnd;
+}
+
 void noteFileReplaced(const std::string& path) {
   record().replaced.push_back(path);
+}
+
+void noteFileRestored(const std::string& path) {
+  std::vector<std::string>& replaced = record().replaced;
+  replaced.erase(std::remove(replaced.begin(), replaced.end(), path), replaced.end());
 }
 
 void noteOutcome(const std::string& outcome) {

@@ -14,8 +14,12 @@
 void noteRunCommand(const std::string& command);
 // The config.json the command works on.
 void noteConfigPath(const std::string& path);
+// The run works through this back end (only a back end other than ifupdown is named).
+void noteBackEnd(const std::string& backEnd);
 // A network file has been written whole.
 void noteFileReplaced(const std::string& path);
+// A network file written by this run has been put back as it was before it.
+void noteFileRestored(const std::string& path);
 // Something the command's outcome consists of (a status that counts, a verdict).
 void noteOutcome(const std::string& outcome);
 

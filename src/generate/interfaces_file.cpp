@@ -1,5 +1,8 @@
 #include "generate/interfaces_file.h"
 
+#include <sstream>
+
+#include "common/text.h"
 #include "generate/generated_file.h"
 #include "generate/setting_words.h"
 
@@ -59,6 +62,27 @@ std::string renderInterfaces(const networkSettings& settings, bool openWired) {
                  wlan.defaultGateway, settings.dns);
   text += kWirelessTail;
   return text;
+}
+
+std::string renderLoopbackInterfaces() {
+  return kHead;
+}
+
+bool claimsNetworkInterfaces(const std::string& text) {
+  std::istringstream lines(text);
+  std::string line;
+  while (std::getline(lines, line)) {
+    const std::vector<std::string> words = splitWords(line);
+    if (words.size() < 2) continue;
+    const std::string& first = words.front();
+    const bool namesOne = first == "iface" || first == "mapping";
+    const bool namesMany = first == "auto" || first.rfind("allow-", 0) == 0;
+    if (!namesOne && !namesMany) continue;
+    for (std::size_t i = 1; i < (namesOne ? 2 : words.size()); ++i) {
+      if (words[i] == "eth0" || words[i] == "wlan0") return true;
+    }
+  }
+  return false;
 }
 
 void generateInterfacesFile(UserMode mode, std::ostream& out, std::ostream& err) {

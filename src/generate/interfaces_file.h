@@ -12,6 +12,13 @@ extern const char* const kInterfacesPath;
 // commented out whatever the wired security.
 std::string renderInterfaces(const networkSettings& settings, bool openWired);
 
+// The interfaces file of a board whose links NetworkManager runs: the loopback only, since a
+// stanza for eth0 or wlan0 would take the link away from it.
+std::string renderLoopbackInterfaces();
+
+// Whether an interfaces file names eth0 or wlan0 in a stanza (iface, mapping, auto, allow-*).
+bool claimsNetworkInterfaces(const std::string& text);
+
 // Writes renderInterfaces(settingsTab, openWiredConfig) to kInterfacesPath, created 0644. A file
 // that cannot be opened ends the run with status 1.
 void generateInterfacesFile(UserMode mode, std::ostream& out = std::cout,

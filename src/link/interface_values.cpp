@@ -1,10 +1,14 @@
 #include "link/interface_values.h"
 
+#include <fstream>
 #include <iomanip>
+#include <sstream>
 #include <string>
 #include <tuple>
 
+#include "common/back_end.h"
 #include "common/shell.h"
+#include "generate/nm_profile.h"
 #include "link/interface_scan.h"
 #include "link/ipsec_command.h"
 #include "link/probe_scan.h"
@@ -25,20 +29,35 @@ constexpr const char* kWlan0Done = "Get wlan0 parameters done.\n";
 struct InterfaceSource {
   const char* command;
   const char* name;
-  const char* searchLine;  // nullptr: the type is always dhcp, the interfaces file is not read
+  const char* searchLine;   // nullptr: the type is always dhcp, the interfaces file is not read
+  const char* profilePath;  // where the type is read on NetworkManager
   const char* progress;
   const char* closing;  // nullptr: no closing line
 };
 
 const InterfaceSource kSources[] = {
-    {"ifconfig wlan0 2>&1", "wlan0", "iface wlan0 inet", "Get wlan0 parameters...", kWlan0Done},
-    {"ifconfig eth0 2>&1", "eth0", "iface eth0 inet", "Get eth0 parameters...",
+    {"ifconfig wlan0 2>&1", "wlan0", "iface wlan0 inet", kWirelessProfilePath,
+     "Get wlan0 parameters...", kWlan0Done},
+    {"ifconfig eth0 2>&1", "eth0", "iface eth0 inet", kWiredProfilePath, "Get eth0 parameters...",
      "Get eth0 parameters done.\n"},
-    {"ifconfig tun0 2>&1", "tun0", nullptr, "Get tun0 parameters...", nullptr},
-    {"ifconfig ppp0 2>&1", "ppp0", nullptr, "Get ppp0 parameters...", nullptr},
+    {"ifconfig tun0 2>&1", "tun0", nullptr, nullptr, "Get tun0 parameters...", nullptr},
+    {"ifconfig ppp0 2>&1", "ppp0", nullptr, nullptr, "Get ppp0 parameters...", nullptr},
 };
 // Any other value runs the report on empty strings.
-const InterfaceSource kNoSource{"", "", "", "", nullptr};
+const InterfaceSource kNoSource{"", "", "", nullptr, "", nullptr};
+
+// The configured addressing: the interfaces file's stanza on ifupdown, the profile on
+// NetworkManager (a profile that cannot be read reads as DHCP, as a missing stanza does).
+std::string configuredTypeOf(const InterfaceSource& source) {
+  if (source.searchLine == nullptr) return "dhcp";
+  if (source.profilePath == nullptr || runBackEnd() != BackEnd::networkManager) {
+    return configuredType(capturePieces(kReadInterfacesFile), source.searchLine);
+  }
+  std::ifstream profile(source.profilePath);
+  std::ostringstream content;
+  content << profile.rdbuf();
+  return profileAddressingType(content.str());
+}
 
 const InterfaceSource& sourceOf(UserInterfaces which) {
   const int index = static_cast<int>(which);
@@ -85,10 +104,7 @@ void getInterfaceValues(UserMode mode, UserInterfaces which, std::ostream& out) 
   const InterfaceSource& source = sourceOf(which);
   if (mode == consoleMode) out << source.progress << std::endl;
   const InterfaceSighting sighting = sightInterface(capturePieces(source.command), source.name);
-  interfaceValues.type =
-      source.searchLine == nullptr
-          ? "dhcp"
-          : configuredType(capturePieces(kReadInterfacesFile), source.searchLine);
+  interfaceValues.type = configuredTypeOf(source);
   if (!sighting.addressSeen || !sighting.named) {
     printNotConnected(kInterfaceNotConnected, interfaceValues.type, mode, out);
     return;

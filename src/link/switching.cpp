@@ -1,7 +1,10 @@
 #include "link/switching.h"
 
+#include "common/back_end.h"
+#include "common/nmcli.h"
 #include "common/run_log.h"
 #include "common/shell.h"
+#include "generate/nm_profile.h"
 
 namespace {
 
@@ -15,7 +18,7 @@ constexpr const char* kWiredIfdown = "sudo ifdown eth0 --force";
 constexpr const char* kWiredIfup = "sudo ifup eth0";
 
 // The status of the command that counts goes into the run's log line.
-int runCounted(const char* command) {
+int runCounted(const std::string& command) {
   const int status = shell().run(command);
   noteOutcome(commandStatus(command, status));
   return status;
@@ -25,17 +28,26 @@ void announce(const char* line, UserMode mode, std::ostream& out) {
   if (mode == consoleMode) out << line << std::endl;
 }
 
-int announceAndRun(const char* line, const char* command, UserMode mode, std::ostream& out) {
+int announceAndRun(const char* line, const std::string& command, UserMode mode, std::ostream& out) {
   announce(line, mode, out);
   return runCounted(command);
 }
 
 // The forced take-down's status is of no interest: only bringing the network up counts.
-bool reconnect(const char* line, const char* down, const char* up, UserMode mode,
-               std::ostream& out) {
+// NetworkManager brings an active profile up again by itself, so it is only asked to bring it up.
+bool reconnect(const char* line, const char* down, const char* up, const char* profile,
+               UserMode mode, std::ostream& out) {
+  const bool managed = runBackEnd() == BackEnd::networkManager;
   announce(line, mode, out);
+  if (managed) return runCounted(nmcliUp(profile)) != 0;
   shell().run(down);
   return runCounted(up) != 0;
+}
+
+int takeDown(const char* line, const char* down, const char* profile, UserMode mode,
+             std::ostream& out) {
+  const bool managed = runBackEnd() == BackEnd::networkManager;
+  return announceAndRun(line, managed ? nmcliDown(profile) : std::string(down), mode, out);
 }
 
 }  // namespace
@@ -58,17 +70,18 @@ int turnOffWired(UserMode mode, std::ostream& out) {
 }
 
 bool connectWifi(UserMode mode, std::ostream& out) {
-  return reconnect("Connect to wifi...", kWirelessIfdown, kWirelessIfup, mode, out);
+  return reconnect("Connect to wifi...", kWirelessIfdown, kWirelessIfup, kWirelessProfile, mode,
+                   out);
 }
 
 bool connectEthernet(UserMode mode, std::ostream& out) {
-  return reconnect("Connect to ethernet...", kWiredIfdown, kWiredIfup, mode, out);
+  return reconnect("Connect to ethernet...", kWiredIfdown, kWiredIfup, kWiredProfile, mode, out);
 }
 
 int disconnectWifi(UserMode mode, std::ostream& out) {
-  return announceAndRun("Disconnect Wifi...", kWirelessIfdown, mode, out);
+  return takeDown("Disconnect Wifi...", kWirelessIfdown, kWirelessProfile, mode, out);
 }
 
 int disconnectEthernet(UserMode mode, std::ostream& out) {
-  return announceAndRun("Disconnect ethernet...", kWiredIfdown, mode, out);
+  return takeDown("Disconnect ethernet...", kWiredIfdown, kWiredProfile, mode, out);
 }

@@ -3,9 +3,9 @@
 #include <functional>
 #include <utility>
 
+#include "common/back_end.h"
 #include "common/run_log.h"
 #include "generate/generate_configs.h"
-#include "generate/wpa_conf.h"
 #include "generate/writer_lock.h"
 #include "link/autoconnect.h"
 #include "link/interface_values.h"
@@ -36,10 +36,12 @@ Operation withConfigPath(const Operation& operation) {
   };
 }
 
-// Commands that change something leave a line in the system log when they complete; reading
-// commands run many times a minute and leave none.
+// Commands that change something leave a line in the system log when they complete, naming the
+// NetworkManager back end where it is the one; reading commands run many times a minute and
+// leave none, and never look for the back end.
 Operation logged(const Operation& operation) {
   return [operation](const std::vector<std::string>& args) {
+    noteRunBackEnd();
     operation(args);
     logRunCompleted();
   };
@@ -73,7 +75,7 @@ void setOpenWiredConfig(const std::vector<std::string>& args) {
 void setWpaConfig(const std::vector<std::string>& args) {
   lockNetworkFiles();
   initConfig(args[kPathPosition], outputMode);
-  generateWpaConf(outputMode);
+  generateWirelessConfig(outputMode);
 }
 
 // One row per command, in the order the commands are tested.

@@ -9,6 +9,7 @@
 #include "generate/dhcpcd_file.h"
 #include "generate/file_replacement.h"
 #include "generate/interfaces_file.h"
+#include "generate/nm_profile.h"
 #include "generate/resolv_file.h"
 #include "generate/wpa_conf.h"
 #include "generate/wpa_wired_conf.h"
@@ -36,8 +37,9 @@ int removeDurably(const std::string& target) {
 }  // namespace
 
 const std::vector<std::string>& networkFilePaths() {
-  static const std::vector<std::string> paths = {kInterfacesPath, kResolvPath, kWpaConfPath,
-                                                 kWpaWiredConfPath, kDhcpcdPath};
+  static const std::vector<std::string> paths = {
+      kInterfacesPath, kResolvPath,       kWpaConfPath,        kWpaWiredConfPath,
+      kDhcpcdPath,     kWiredProfilePath, kWirelessProfilePath};
   return paths;
 }
 

@@ -5,7 +5,8 @@
 
 #include "try/try_record.h"
 
-// The five files the tool writes, in the order it writes them.
+// The files the tool writes, in the order it writes them: the five of the ifupdown stack, then
+// the two NetworkManager profiles.
 const std::vector<std::string>& networkFilePaths();
 
 // The file at `path` as it is now (read where its links lead): content, bits and owner, or that

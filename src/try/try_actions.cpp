@@ -67,7 +67,7 @@ std::string newId() {
 bool restartWatcher(TryStore& store, const tryRecord& record) {
   if (watcherRuns(store)) return true;
   const bool started = startWatcher(store);
-  logTry(started ? LOG_NOTICE : LOG_ERR, "try of " + record.config + ": its watcher had stopped; " +
+  logTry(started ? LOG_NOTICE : LOG_ERR, trySubject(record.config) + ": its watcher had stopped; " +
                                              (started ? "started again" : "cannot start it again"));
   return started;
 }
@@ -98,7 +98,7 @@ int printEndedStep(const stepResult& step, bool json, std::ostream& out) {
 int refuse(const tryOptions& options, const std::string& reason,
            const std::vector<finding>& findings, std::ostream& out, std::ostream& err,
            const char* result = kResultRefused) {
-  logTry(LOG_ERR, "try of " + options.config + " " + result + ": " + reason);
+  logTry(LOG_ERR, trySubject(options.config) + " " + result + ": " + reason);
   printRefusal(result, reason, options.config, findings, true, options.json, out, err);
   return kTryRefused;
 }
@@ -248,7 +248,7 @@ int startTry(const tryOptions& options, TryStore& store, std::ostream& out, std:
     }
   }
   std::string line =
-      "try of " + options.config + " for " + std::to_string(options.timeoutSeconds) + " s";
+      trySubject(options.config) + " for " + std::to_string(options.timeoutSeconds) + " s";
   line += replaced.empty() ? ": no file changed" : ": replaced " + listed(replaced);
   if (!outcomes.empty()) line += "; " + listed(outcomes);
   logTry(LOG_NOTICE, line);

@@ -6,10 +6,14 @@
 #include <cstdio>
 #include <cstring>
 
+#include "common/back_end.h"
+#include "common/nmcli.h"
 #include "common/run_log.h"
+#include "common/shell.h"
 #include "generate/dhcpcd_file.h"
 #include "generate/file_replacement.h"
 #include "generate/interfaces_file.h"
+#include "generate/nm_profile.h"
 #include "try/saved_files.h"
 #include "try/try_clock.h"
 #include "try/try_links.h"
@@ -20,7 +24,7 @@ namespace {
 constexpr const char* kUnreadableSuffix = ".unreadable";
 
 std::string subject(const tryRecord& record) {
-  return "try of " + record.config;
+  return trySubject(record.config);
 }
 
 std::string withList(const std::string& line, const char* label,
@@ -51,6 +55,10 @@ std::string listed(const std::vector<std::string>& items) {
   return text;
 }
 
+std::string trySubject(const std::string& config) {
+  return "try of " + config + (onNetworkManager() ? " on networkmanager" : "");
+}
+
 void logTry(int priority, const std::string& line) {
   sendLogLine(priority, line);
 }
@@ -67,8 +75,26 @@ std::string currentFilesPrint() {
     captureFile(path, now);
     texts.push_back(now.existed ? now.content : std::string());
   }
+  // The profiles count only where there are any, so that prints taken before they existed hold.
+  for (const char* path : {kWiredProfilePath, kWirelessProfilePath}) {
+    savedFile now;
+    captureFile(path, now);
+    if (now.existed) texts.push_back(path + std::string("\n") + now.content);
+  }
   return fingerprint(texts);
 }
+
+namespace {
+
+// NetworkManager reads a profile put back only when told to.
+bool profileRestored(const std::vector<std::string>& restored) {
+  for (const std::string& path : restored) {
+    if (path == kWiredProfilePath || path == kWirelessProfilePath) return true;
+  }
+  return false;
+}
+
+}  // namespace
 
 stepResult rollBack(TryStore& store, tryRecord record, const std::string& reason, bool links) {
   stepResult result;
@@ -91,6 +117,7 @@ stepResult rollBack(TryStore& store, tryRecord record, const std::string& reason
       restored.push_back(file.path);
     }
   }
+  if (profileRestored(restored)) shell().run(kNmcliReload);
   if (!failed.empty()) {
     // The record stays: the next call or the next boot tries again.
     result.error = listed(failed);

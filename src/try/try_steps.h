@@ -66,6 +66,9 @@ std::string expiryReason(const tryRecord& record, const tryClock& now);
 // try's copy of config.json says how the links are meant only while they are still these.
 std::string currentFilesPrint();
 
+// "try of CONFIG", naming the NetworkManager back end where the try works through it.
+std::string trySubject(const std::string& config);
+
 // Sends a line of the companion's to the system log.
 void logTry(int priority, const std::string& line);
 

@@ -30,3 +30,16 @@ TEST(InterfacesFile, WiredSupplicantLinesFollowTheExactSecurityEvenWhenDisabled)
   settings.eth.security = "Enterprise";
   EXPECT_TRUE(holds(renderInterfaces(settings, false), "inet dhcp\n#\twpa-driver wired\n"));
 }
+
+TEST(InterfacesFile, StanzasThatWouldKeepALinkFromNetworkManagerAreFound) {
+  EXPECT_TRUE(claimsNetworkInterfaces(renderInterfaces(networkSettings{}, false)));
+  EXPECT_FALSE(claimsNetworkInterfaces(renderLoopbackInterfaces()));
+  for (const char* text :
+       {"auto lo eth0\n", "allow-hotplug wlan0\n", "  iface wlan0 inet dhcp\n", "mapping eth0\n"}) {
+    EXPECT_TRUE(claimsNetworkInterfaces(text)) << text;
+  }
+  for (const char* text : {"# iface wlan0 inet dhcp\n", "iface eth0.5 inet dhcp\n",
+                           "iface lo inet loopback\n\twpa-conf wlan0\n", "source eth0\n", ""}) {
+    EXPECT_FALSE(claimsNetworkInterfaces(text)) << text;
+  }
+}
