@@ -68,9 +68,25 @@ nm_start() {
   wait_until 5 on_device test -S /run/dbus/system_bus_socket || lab_abort "the system bus has no socket"
   on_device wpa_supplicant -B -u -O /run/wpa_supplicant -f "$LAB_DIR/supplicant-nm.log" \
     -P "$LAB_DIR/supplicant-nm.pid" || lab_abort "the supplicant did not start on the bus"
-  on_device unshare --mount sh -c 'mount -t sysfs -o ro qvlab-sys /sys && exec NetworkManager "$@"' \
-    NetworkManager --no-daemon --debug "$@" >"$LAB_DIR/networkmanager.log" 2>&1 &
+  nm_run
+}
+
+# NetworkManager alone, in the foreground as its service unit runs it (so it leaves no PID file),
+# logging to standard error; NM_PID is its PID.
+nm_run() {
+  # Each program execs the next, so the PID of the job is the daemon's.
+  (exec nsenter -t "$DEVICE_HOLDER" -m -n --root --wd -- env -i "${LAB_ENV[@]}" unshare --mount \
+    sh -c 'mount -t sysfs -o ro qvlab-sys /sys && exec NetworkManager --no-daemon --debug') \
+    >>"$LAB_DIR/networkmanager.log" 2>&1 &
+  NM_PID=$!
   wait_until 30 nm_running || lab_abort "NetworkManager did not start: $(cat "$LAB_DIR/networkmanager.log")"
+}
+
+# A restart, as at the board's next boot: NetworkManager reads /etc/network/interfaces only then.
+nm_restart() {
+  kill -TERM "$NM_PID"
+  wait_until 10 lab_process_gone "$NM_PID" || lab_abort "NetworkManager did not stop"
+  nm_run
 }
 
 nm_running() { [ "$(on_device nmcli -t -f RUNNING general 2>/dev/null)" = running ]; }
