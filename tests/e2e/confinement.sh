@@ -10,7 +10,7 @@ readlink "$MACHINE_NET" >/dev/null 2>&1 || MACHINE_NET=/proc/self/ns/net
 machine_ip() { nsenter --net="$MACHINE_NET" ip "$@"; }
 
 # Daemons of the kinds the lab starts that run on the machine's own network, not in a namespace.
-LAB_DAEMONS=(dnsmasq hostapd charon starter dhclient dhcpcd wpa_supplicant qv-netconf-try)
+LAB_DAEMONS=(dnsmasq hostapd charon starter dhclient dhcpcd wpa_supplicant qv-netconf-try NetworkManager)
 machine_daemons() {
   local name pid machine
   machine=$(readlink "$MACHINE_NET")

@@ -33,7 +33,8 @@ HOST_FILES=(/etc/network /etc/wpa_supplicant /etc/dhcpcd.conf /etc/resolv.conf /
             /etc/ipsec.conf /etc/ipsec.secrets /etc/strongswan.d /etc/ssl/openssl.cnf /var/lib/dhcp
             /var/lib/dhcpcd /var/lib/qv-netconf /usr/bin/qv-netconf /usr/bin/qv-netconf-check
             /usr/bin/qv-netconf-try /usr/bin/qv-get-freq-list /KQ /run/charon.ctl /run/charon.vici
-            /run/hostapd /run/wpa_supplicant /run/dnsmasq)
+            /run/hostapd /run/wpa_supplicant /run/dnsmasq /etc/NetworkManager /run/NetworkManager
+            /var/lib/NetworkManager)
 host_snapshot() {
   find "${HOST_FILES[@]/#/$MACHINE_ROOT}" -printf '%p %m %s %T@\n' 2>/dev/null | sort
   # A link that spent the run in a lab's namespace may come back under another index.

@@ -8,7 +8,7 @@
 set -uo pipefail
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 TOOL=$(realpath "$1")
-DEADLINE=${2:-600}
+DEADLINE=${2:-1800}
 CACHE=${QV_LAB_CACHE:-/var/cache/qv-netconf-lab}
 # The station radio and one radio per access point. regtest=5 gives every radio a fixed
 # regulatory domain whose channels all allow active scanning: a scan takes seconds, where the

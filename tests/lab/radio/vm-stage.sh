@@ -29,7 +29,7 @@ for scenario in "$HERE"/scenarios/*.sh; do
   # QV_RADIO_SCENARIOS (names, blank-separated) runs only those, while a scenario is written.
   [ -z "${SCENARIOS:-}" ] || [[ " $SCENARIOS " == *" $name "* ]] || continue
   started=$SECONDS
-  { echo "--- radio/$name"; "$HERE/../run-scenario.sh" "$TOOL" "$scenario" 300 2>&1; } >"$RESULTS/$name.out" ||
+  { echo "--- radio/$name"; "$HERE/../run-scenario.sh" "$TOOL" "$scenario" 420 2>&1; } >"$RESULTS/$name.out" ||
     status=1
   echo "--- radio/$name took $((SECONDS - started)) s" >>"$RESULTS/$name.out"
 done

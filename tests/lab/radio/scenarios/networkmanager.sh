@@ -1,7 +1,8 @@
 #!/bin/bash
 # The wireless half on a board that runs NetworkManager (the radio stage's VM): with no back-end
 # file, the tool finds NetworkManager running and writes its profiles instead of the ifupdown
-# stack's files, leaving those alone. Each network of networkmanager.cases is set with set-config
+# stack's files, leaving those alone; a profile NetworkManager refuses fails the run and leaves the
+# previous one in place. Each network of networkmanager.cases is set with set-config
 # from stored secrets and joined by connect-wifi through NetworkManager, by DHCP or with a static
 # address, and a ping crosses the air; a wrong pass phrase does not join.
 . "$(dirname "$0")/../../lab.sh"
@@ -36,6 +37,18 @@ expect_same "both profiles are root's alone" \
   "$(on_device stat -c '%a %U:%G %n' "$NM_PROFILES"/qv-netconf-{eth0,wlan0}.nmconnection)"
 expect_same "NetworkManager loaded both" "qv-netconf-eth0:no${NL}qv-netconf-wlan0:no" \
   "$(on_device nmcli -t -f NAME,ACTIVE connection show | grep '^qv-netconf-' | sort)"
+
+# A profile NetworkManager refuses (an address it cannot read) fails the run, and the previous
+# profile stays, on disk and in NetworkManager.
+on_device cat "$NM_PROFILES/qv-netconf-wlan0.nmconnection" >"$LAB_DIR/wlan0-profile"
+write_config '"enabled": false' '"enabled": false, "type": "static", "IP address": "192.168.50.x",
+  "network mask": "255.255.255.0", "ssid": "Lab open", "security": "open", "frequency": "auto"' '"type": "dhcp"'
+qv set-config A "$LAB_CONFIG"
+expect_same "set-config fails on a profile NetworkManager refuses" "status 1, stdout: " "status $QV_STATUS, stdout: $QV_OUT"
+expect_ok "the previous wlan0 profile is back" on_device cmp -s - "$NM_PROFILES/qv-netconf-wlan0.nmconnection" \
+  <"$LAB_DIR/wlan0-profile"
+expect_same "NetworkManager keeps the previous wlan0 profile" "Lab's personal" \
+  "$(on_device nmcli -g 802-11-wireless.ssid connection show qv-netconf-wlan0)"
 
 # --- association over the air --------------------------------------------------------------------
 while IFS='|' read -r description radio joins addressing members; do
