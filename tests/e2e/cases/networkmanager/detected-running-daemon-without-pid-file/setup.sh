@@ -1,0 +1,5 @@
+# No back-end file and no PID file: NetworkManager runs in the foreground, as its system unit
+# starts it, and only /proc shows it.
+. "$CASE/../../../fake-networkmanager.sh"
+start_networkmanager
+mkdir -p /etc/NetworkManager/system-connections
