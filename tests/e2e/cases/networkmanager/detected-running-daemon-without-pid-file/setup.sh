@@ -2,4 +2,6 @@
 # starts it, and only /proc shows it.
 . "$CASE/../../../fake-networkmanager.sh"
 start_networkmanager
+# Any NetworkManager makes its run directory when it starts.
+mkdir -p /run/NetworkManager
 mkdir -p /etc/NetworkManager/system-connections
