@@ -39,3 +39,8 @@ std::string loadProfile(const std::string& path) {
   const std::string output = outputOf(nmcliLoad(path));
   return output.substr(0, output.find('\n'));
 }
+
+bool profileActive(const std::string& profile) {
+  return outputOf("nmcli -g GENERAL.STATE connection show " + profile + " 2>/dev/null")
+             .rfind("activated", 0) == 0;
+}

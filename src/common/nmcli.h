@@ -22,6 +22,9 @@ extern const char* const kNmcliQuiet;
 // Whether NetworkManager answers within the deadline.
 bool networkManagerAnswers();
 
+// Whether NetworkManager has the profile active now.
+bool profileActive(const std::string& profile);
+
 // Has NetworkManager load the keyfile at `path`: empty when it took it, else what nmcli said
 // (its first line).
 std::string loadProfile(const std::string& path);
