@@ -12,13 +12,18 @@ extern const char* const kNmcliRunning;
 std::string nmcliLoad(const std::string& path);
 // Tells NetworkManager to read every keyfile again, noticing removed ones.
 extern const char* const kNmcliReload;
-// Brings the profile up (waiting for it) or takes it down; their own reports are not replies of
-// the tool, so only their errors are shown.
+// Brings the profile up (waiting for it) or takes it down.
 std::string nmcliUp(const std::string& profile);
 std::string nmcliDown(const std::string& profile);
+// What up and down report on success is not a reply of the tool: run with this, only their
+// errors are shown.
+extern const char* const kNmcliQuiet;
 
 // Whether NetworkManager answers within the deadline.
 bool networkManagerAnswers();
+
+// Whether NetworkManager has the profile active now.
+bool profileActive(const std::string& profile);
 
 // Has NetworkManager load the keyfile at `path`: empty when it took it, else what nmcli said
 // (its first line).

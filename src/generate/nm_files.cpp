@@ -64,12 +64,13 @@ void putProfile(const char* name, const std::string& path,
   const std::string complaint = loadProfile(path);
   if (!complaint.empty()) {
     putBack(path, previous);
+    const char* kept = previous ? "the previous one is kept" : "there was none before";
     if (mode == consoleMode) {
-      err << "Error: NetworkManager refused the profile " << name << "; the previous one is kept."
+      err << "Error: NetworkManager refused the profile " << name << "; " << kept << "."
           << std::endl;
     }
-    failRun("NetworkManager refused the profile " + std::string(name) + " (" + complaint +
-            "); the previous one is kept");
+    failRun("NetworkManager refused the profile " + std::string(name) + " (" + complaint + "); " +
+            kept);
   }
   announce(path, " completed.", mode, out);
 }
@@ -108,8 +109,8 @@ void generateNetworkManagerFiles(bool withWired, UserMode mode, std::ostream& ou
             "); nothing was written");
   }
   DeviceSupplicantServices services(mode, out, err);
+  releaseInterfaces(mode, out, err);
   if (withWired) {
-    releaseInterfaces(mode, out, err);
     putProfile(
         kWiredProfile, kWiredProfilePath,
         [&services, mode, &out] {

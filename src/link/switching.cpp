@@ -17,9 +17,10 @@ constexpr const char* kWirelessIfup = "sudo ifup wlan0";
 constexpr const char* kWiredIfdown = "sudo ifdown eth0 --force";
 constexpr const char* kWiredIfup = "sudo ifup eth0";
 
-// The status of the command that counts goes into the run's log line.
-int runCounted(const std::string& command) {
-  const int status = shell().run(command);
+// The status of the command that counts goes into the run's log line (without `quiet`, the
+// redirection that keeps a utility's chatter out of the reply).
+int runCounted(const std::string& command, const char* quiet = "") {
+  const int status = shell().run(command + quiet);
   noteOutcome(commandStatus(command, status));
   return status;
 }
@@ -39,15 +40,16 @@ bool reconnect(const char* line, const char* down, const char* up, const char* p
                UserMode mode, std::ostream& out) {
   const bool managed = runBackEnd() == BackEnd::networkManager;
   announce(line, mode, out);
-  if (managed) return runCounted(nmcliUp(profile)) != 0;
+  if (managed) return runCounted(nmcliUp(profile), kNmcliQuiet) != 0;
   shell().run(down);
   return runCounted(up) != 0;
 }
 
 int takeDown(const char* line, const char* down, const char* profile, UserMode mode,
              std::ostream& out) {
-  const bool managed = runBackEnd() == BackEnd::networkManager;
-  return announceAndRun(line, managed ? nmcliDown(profile) : std::string(down), mode, out);
+  if (runBackEnd() != BackEnd::networkManager) return announceAndRun(line, down, mode, out);
+  announce(line, mode, out);
+  return runCounted(nmcliDown(profile), kNmcliQuiet);
 }
 
 }  // namespace

@@ -73,12 +73,12 @@ bool restartWatcher(TryStore& store, const tryRecord& record) {
 }
 
 // How the links are brought back: as the last confirmed config.json says, while the files are
-// still the ones it was confirmed with; else as they are now.
+// still the ones it was confirmed with (a confirmation, or a rollback to its files, carries their
+// print); else as they are now.
 LinkWishes previousLinks(const TryStore& store) {
   const std::optional<tryOutcome> last = store.last();
   const std::optional<std::string> confirmed = store.confirmedConfig();
-  if (last && confirmed && last->result == kResultConfirmed &&
-      last->filesPrint == currentFilesPrint()) {
+  if (last && confirmed && !last->filesPrint.empty() && last->filesPrint == currentFilesPrint()) {
     Json::Value document;
     Json::Reader parser;
     if (parser.parse(*confirmed, document, false)) {

@@ -5,7 +5,10 @@
 #include <cstdio>
 #include <iostream>
 
+#include "common/back_end.h"
+#include "common/nmcli.h"
 #include "common/run_log.h"
+#include "generate/nm_profile.h"
 #include "link/probes.h"
 #include "link/switching.h"
 
@@ -38,6 +41,11 @@ class UtilitiesOnStderr {
 }  // namespace
 
 LinkWishes linksUpNow() {
+  // NetworkManager keeps every link it manages up to watch its carrier: there a link is up when
+  // its profile is active.
+  if (runBackEnd() == BackEnd::networkManager) {
+    return {profileActive(kWiredProfile), profileActive(kWirelessProfile)};
+  }
   return {isEnabledWired(silentMode), isEnabledWireless(silentMode)};
 }
 

@@ -5,7 +5,8 @@
 
 #include "link/autoconnect.h"
 
-// Which of eth0 and wlan0 are up now, as the tool's probes see it (ifconfig lists them).
+// Which of eth0 and wlan0 are up now, as the tool's probes see it (ifconfig lists them), or on
+// NetworkManager whose profile is active.
 LinkWishes linksUpNow();
 
 // Takes eth0 and wlan0 down as disconnect-ethernet and disconnect-wifi do, while the files that

@@ -128,6 +128,12 @@ stepResult rollBack(TryStore& store, tryRecord record, const std::string& reason
   std::vector<std::string> outcomes;
   if (links) outcomes = bringLinks(record.previousLinks);
   result.outcome = outcomeOf(record, kResultRolledBack, record.reason);
+  // Files put back as they were confirmed are still the confirmed ones: the next try brings the
+  // links back as that config.json says, not as the failed try left them.
+  const std::optional<tryOutcome> before = store.last();
+  if (before && !before->filesPrint.empty() && before->filesPrint == currentFilesPrint()) {
+    result.outcome.filesPrint = before->filesPrint;
+  }
   int error = store.saveLast(result.outcome);
   if (error == 0) error = store.forgetPending();
   if (error != 0) result.error = keepError("the outcome", error);

@@ -48,10 +48,9 @@ TEST(LinkWishes, NetworkManagerProfilesAreBroughtUpAndDown) {
   EXPECT_EQ(out.str(),
             "Connecting to eth0... \nConnect to ethernet...\nDisconnecting wlan0...\n"
             "Disconnect Wifi...\n");
-  EXPECT_EQ(takeNotedOutcomes(),
-            (std::vector<std::string>{
-                "sudo nmcli connection up qv-netconf-eth0 >/dev/null exited with status 4",
-                "eth0 Incorrect",
-                "sudo nmcli connection down qv-netconf-wlan0 >/dev/null exited with status 0",
-                "wlan0 Correct"}));
+  EXPECT_EQ(
+      takeNotedOutcomes(),
+      (std::vector<std::string>{
+          "sudo nmcli connection up qv-netconf-eth0 exited with status 4", "eth0 Incorrect",
+          "sudo nmcli connection down qv-netconf-wlan0 exited with status 0", "wlan0 Correct"}));
 }

@@ -11,7 +11,9 @@ WORK=$(mktemp -d /tmp/qv-host-check.XXXXXX)
 trap 'rm -rf "$WORK"' EXIT
 
 FILES=(/etc/network/interfaces /etc/wpa_supplicant/wpa_supplicant.conf
-       /etc/wpa_supplicant/wpa_supplicant_wired.conf /etc/dhcpcd.conf /etc/resolv.conf)
+       /etc/wpa_supplicant/wpa_supplicant_wired.conf /etc/dhcpcd.conf /etc/resolv.conf
+       /etc/NetworkManager/system-connections/qv-netconf-eth0.nmconnection
+       /etc/NetworkManager/system-connections/qv-netconf-wlan0.nmconnection /etc/qv-netconf/backend)
 snapshot() {
   local f
   for f in "${FILES[@]/#/$MACHINE_ROOT}"; do
@@ -20,13 +22,14 @@ snapshot() {
   # The listings change with any file written in /etc or /usr/bin. (The rest of /var/lib is the
   # machine's own business, written by whatever else runs.)
   ls -la --time-style=full-iso "$MACHINE_ROOT/etc" "$MACHINE_ROOT/usr/bin" | sha256sum
+  { ls -laR --time-style=full-iso "$MACHINE_ROOT/etc/NetworkManager" "$MACHINE_ROOT/etc/qv-netconf" 2>&1 || true; } | sha256sum
   { ls -la --time-style=full-iso "$MACHINE_ROOT/var/lib/qv-netconf" 2>&1 || true; } | sha256sum
   machine_ip -o link show | sed 's/ link\/.*//' | sha256sum
 }
 snapshot >"$WORK/before"
 
 # The stand-in: bash, given the files to write.
-WRITER='for f in "$@"; do echo "written in the sandbox" >"$f"; done
+WRITER='for f in "$@"; do mkdir -p "${f%/*}" && echo "written in the sandbox" >"$f"; done
 echo probe >/usr/bin/qv-sandbox-probe
 mkdir -p /var/lib/qv-netconf && echo probe >/var/lib/qv-netconf/try.json
 echo probe >/dev/qv-sandbox-probe && cat /dev/qv-sandbox-probe

@@ -1,0 +1,3 @@
+. "$CASE/../../../fake-networkmanager.sh"
+start_networkmanager
+networkmanager_pid_file "$networkmanager_pid"

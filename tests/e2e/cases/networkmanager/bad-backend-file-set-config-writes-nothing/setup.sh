@@ -1,0 +1,1 @@
+mkdir -p /etc/NetworkManager/system-connections

@@ -1,0 +1,4 @@
+# The PID file names a live process that is not NetworkManager (the sandbox's shell): exactly
+# what ifupdown gets.
+. "$CASE/../../../fake-networkmanager.sh"
+networkmanager_pid_file "$PPID"
