@@ -3,7 +3,8 @@
 # mac80211_hwsim module gives simulated 802.11 radios driven by the real wireless stack, and runs
 # every radio scenario inside it. The machine's root is the VM's root, exported read-only under a
 # tmpfs overlay; only a results directory is writable, so nothing the VM does reaches this machine.
-# The kernel package is fetched once into a cache and unpacked there, never installed.
+# The kernel package and NetworkManager are fetched once into a cache and unpacked there, never
+# installed.
 #   boot.sh TOOL [DEADLINE_SECONDS]
 set -uo pipefail
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -78,6 +79,7 @@ if [ ! -e "$NM_TREE/.unpacked" ]; then
     dpkg-deb -x "$deb" "$NM_TREE/root" || radio_abort "cannot unpack $deb into $NM_TREE"
   done
   rm -rf "$NM_TREE/debs"
+  # shellcheck disable=SC2086 # one package a line
   printf '%s\n' $NM_PACKAGES >"$NM_TREE/.unpacked"
 fi
 

@@ -27,6 +27,7 @@ record() { # array name args...
   local name=$2
   shift 2
   qv "$@"
+  # shellcheck disable=SC2034,SC2004 # a reference to one of the associative arrays above
   replies[$name]="status $QV_STATUS: ${QV_OUT//192.168.50.5[0-9]/192.168.50.5x}"
 }
 
