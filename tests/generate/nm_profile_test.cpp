@@ -130,13 +130,17 @@ TEST(NetworkManagerProfile, WirelessEnterpriseMethodsCarryClearSecrets) {
 
 TEST(NetworkManagerProfile, WiredCredentialsFollowTheSupplicantFilesRules) {
   FakeSupplicantServices services;
-  std::string profile =
-      renderWiredProfile(wiredEnterprise("peap"), dnsSettings{}, false, true, kTyped, services);
+  std::string profile;
+  for (const char* method : {"peap", "ttls"}) {
+    profile =
+        renderWiredProfile(wiredEnterprise(method), dnsSettings{}, false, true, kTyped, services);
+    EXPECT_NE(section(profile, "802-1x").find("identity=carol\n"), std::string::npos) << method;
+    EXPECT_NE(section(profile, "802-1x").find("password=typed pass\n"), std::string::npos)
+        << method;
+  }
   EXPECT_EQ(profile.substr(0, profile.find("\n[802-1x]")),
             "[connection]\nid=qv-netconf-eth0\nuuid=5f0c6e2a-8d41-4b7e-9a53-0e6c1d2f7a01\n"
             "type=ethernet\ninterface-name=eth0\nautoconnect=true\n\n[ethernet]\n");
-  EXPECT_NE(section(profile, "802-1x").find("identity=carol\n"), std::string::npos);
-  EXPECT_NE(section(profile, "802-1x").find("password=typed pass\n"), std::string::npos);
   EXPECT_EQ(services.requests(), Requests{});
   // TLS keeps the stored identity even with typed credentials.
   profile =
