@@ -99,34 +99,36 @@ backEndDecision detectBackEnd() {
 
 namespace {
 
+// The decision of this run, made once: a bad file is not read again by the command that needs
+// the back end after the log line has asked for it.
+std::optional<backEndDecision> decided;
 std::optional<BackEnd> chosen;
 
-}  // namespace
-
-namespace {
-
-void choose(BackEnd backEnd) {
-  chosen = backEnd;
-  if (backEnd == BackEnd::networkManager) noteBackEnd(backEndWord(backEnd));
+const backEndDecision& decision() {
+  if (!decided) {
+    decided = detectBackEnd();
+    if (decided->choice) {
+      chosen = decided->choice->backEnd;
+      if (*chosen == BackEnd::networkManager) noteBackEnd(backEndWord(*chosen));
+    }
+  }
+  return *decided;
 }
 
 }  // namespace
 
 BackEnd runBackEnd() {
   if (chosen) return *chosen;
-  const backEndDecision decision = detectBackEnd();
-  if (!decision.choice) {
-    std::cerr << "Error: " << decision.error << "." << std::endl;
-    failRun(decision.error);
+  const backEndDecision& made = decision();
+  if (!made.choice) {
+    std::cerr << "Error: " << made.error << "." << std::endl;
+    failRun(made.error);
   }
-  choose(decision.choice->backEnd);
   return *chosen;
 }
 
 void noteRunBackEnd() {
-  if (chosen) return;
-  const backEndDecision decision = detectBackEnd();
-  if (decision.choice) choose(decision.choice->backEnd);
+  if (!chosen) decision();
 }
 
 bool onNetworkManager() {
@@ -136,4 +138,5 @@ bool onNetworkManager() {
 
 void pinRunBackEnd(std::optional<BackEnd> backEnd) {
   chosen = backEnd;
+  decided.reset();
 }

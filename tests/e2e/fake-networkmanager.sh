@@ -14,6 +14,14 @@ start_networkmanager() {
     </dev/null >/dev/null 2>&1 &
 }
 
+# The detection looks through /proc, which every sandbox shares: the stand-in of a case that just
+# ended may live on for a moment after it (its watcher looks every 0.2 s). A case that must find
+# no NetworkManager waits for it to go.
+await_no_networkmanager() {
+  local tries=50
+  while grep -qsx NetworkManager /proc/[0-9]*/comm && [ $((tries -= 1)) -gt 0 ]; do sleep 0.1; done
+}
+
 networkmanager_pid_file() {
   mkdir -p /run/NetworkManager
   printf %s "$1" >/run/NetworkManager/NetworkManager.pid
